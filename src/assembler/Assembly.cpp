@@ -1,0 +1,255 @@
+#include "assembler/Assembly.h"
+
+#include "assembler/LineScanner.h"
+#include "assembler/RunFailure.h"
+#include "assembler/StatementHandlers.h"
+
+#include <algorithm>
+#include <limits>
+#include <system_error>
+
+namespace trident {
+
+Assembly::Assembly(FrontEnd* frontEnd)
+    : pFrontEnd(frontEnd ? *frontEnd : pSilentFrontEnd), pListing(pState, pFrontEnd),
+      pSymbols(std::make_unique<clsSymbolTable>()), pHandlers(MakeStatementHandlers()) {}
+
+Assembly::~Assembly() = default;
+
+Assembly::Outcome Assembly::Assemble(const std::filesystem::path& source) {
+    std::error_code error;
+    if (source.empty() || !std::filesystem::exists(source, error)) return Outcome::NoSource;
+
+    ResetForAssembly();
+    try {
+        std::int16_t pass = 1;
+        bool another = RunPass(pass, source);
+        while (another && !pState.StopRequested && !pState.TerminalStop) {
+            if (pass == std::numeric_limits<std::int16_t>::max())
+                throw RunFailure("more than 32767 resolving passes");
+            ++pass;
+            another = RunPass(pass, source);
+        }
+        if (!pState.StopRequested && !pState.TerminalStop) RunPass(0, source);
+    } catch (const RunFailure& failure) {
+        pFailureMessage = DescribeFailure(failure.what());
+        pListing.ListError("Assembly stopped", pFailureMessage, true, pStatement.Where);
+        return Outcome::Failed;
+    }
+    if (pState.TerminalStop) return Outcome::Terminated;
+    if (pState.StopRequested) return Outcome::Stopped;
+    return Outcome::Completed;
+}
+
+void Assembly::ResetForAssembly() {
+    const RunOptions options = pState.Options;
+    pState = RunState{};
+    pState.Options = options;
+    pListing.Clear();
+    pSymbols = std::make_unique<clsSymbolTable>();
+    pSymbols->SetCaseSensitive(options.CaseSensitiveSymbols);
+    pSymbols->SetErrorSink(
+        [this](std::string_view message, std::string_view detail) { ListError(message, detail); });
+    pFailureMessage.clear();
+}
+
+bool Assembly::RunPass(std::int16_t pass, const std::filesystem::path& source) {
+    StartPass(pass, source);
+    while (!pState.EndSeen && !pState.StopRequested && !pState.TerminalStop) {
+        if (pNextStatement >= pLineStatements.size()) {
+            LeaveFinishedExpansions();
+            if (!MoreInput()) break;
+        }
+        ProcessStatement();
+        pFrontEnd.Yield();
+    }
+    EndPass();
+    return pState.AnotherPassNeeded;
+}
+
+void Assembly::StartPass(std::int16_t pass, const std::filesystem::path& source) {
+    pFrontEnd.ShowPass(pass);
+    pListing.ResetCounts();
+    pState.EndSeen = false;
+    pState.CurrentPass = pass;
+    pSymbols->CurrentPass = pass;
+    pSymbols->SetCaseSensitive(pState.Options.CaseSensitiveSymbols);
+    pState.LocationCounter = 0;
+    pState.AnotherPassNeeded = false;
+    pState.UnresolvedDefinition = false;
+    pState.Skipping = false;
+    pExpansions.clear();
+    pIncludeFiles.clear();
+    pMaclib.reset();
+    pState.MaclibOpen = false;
+    pState.IncludeDepth = 0;
+    pState.LinesReadFromFile = 0;
+    pState.ExpandedMacroLines = 0;
+    pState.TotalLines = 0;
+    pState.IncludedLines = 0;
+    if (pass == 1) {
+        pState.MaclibLinesRead = 0;
+        pState.HighestPass = 0;
+    } else {
+        pState.HighestPass = std::max<std::int32_t>(pState.HighestPass, pass);
+    }
+    pState.ListingOn = true;
+    pLineStatements.clear();
+    pNextStatement = 0;
+    for (auto& handler : pHandlers) handler->StartPass(*this);
+
+    pMainFile = SourceFile::Open(source);
+    if (!pMainFile) throw RunFailure("cannot read the source file " + source.string());
+}
+
+void Assembly::EndPass() {
+    pMainFile.reset();
+    pIncludeFiles.clear();
+    pMaclib.reset();
+    pState.MaclibOpen = false;
+    pState.IncludeDepth = 0;
+}
+
+bool Assembly::MoreInput() const {
+    return pState.MaclibOpen || !pExpansions.empty() || !pIncludeFiles.empty() ||
+           (pMainFile && !pMainFile->AtEnd());
+}
+
+void Assembly::LeaveFinishedExpansions() {
+    while (!pExpansions.empty() && pExpansions.back().UsedUp()) pExpansions.pop_back();
+}
+
+void Assembly::RecomputeListThisLine() {
+    pState.ListThisLine = pState.CurrentPass == 0 && pState.ListingOn;
+}
+
+void Assembly::ProcessStatement() {
+    RecomputeListThisLine();
+    pState.LineAddress = pState.LocationCounter;
+    pSymbols->SetVariable("$", Value{pState.LocationCounter});
+
+    if (pNextStatement >= pLineStatements.size()) {
+        pLineMacroDepth = MacroDepth();
+        std::string line = ReadNextLine();
+        if (pState.Options.StripParity) LineScanner::StripParityBits(line);
+        pStatement.Where = pLinePosition;
+        LineScanner::SplitSourceLine(line, pLineStatements);
+        pNextStatement = 0;
+    }
+    ++pState.TotalLines;
+    PrepareStatement(pLineStatements[pNextStatement++]);
+    Dispatch(pStatement);
+    pListing.ListLine(pStatement, pLineMacroDepth);
+}
+
+std::string Assembly::ReadNextLine() {
+    if (pState.MaclibOpen) return ReadFromMaclib();
+    if (!pExpansions.empty()) {
+        ExpansionLevel& level = pExpansions.back();
+        ++pState.ExpandedMacroLines;
+        pLinePosition = level.InvokedAt;
+        pLinePosition.Macro = level.Name;
+        return level.NextLine();
+    }
+    if (!pIncludeFiles.empty()) return ReadFromInclude();
+    ++pState.LinesReadFromFile;
+    std::string line = pMainFile->ReadSourceLine();
+    pLinePosition = SourcePosition{pMainFile->Name(), pMainFile->LineNumber(), {}};
+    return line;
+}
+
+std::string Assembly::ReadFromMaclib() {
+    if (pMaclib && !pMaclib->AtEnd() && !pState.EndSeen) {
+        if (pState.CurrentPass == 1) ++pState.MaclibLinesRead;
+        std::string line = pMaclib->ReadSourceLine();
+        pLinePosition = SourcePosition{pMaclib->Name(), pMaclib->LineNumber(), {}};
+        return line;
+    }
+    pMaclib.reset();
+    pState.MaclibOpen = false;
+    RecomputeListThisLine();
+    return {};
+}
+
+std::string Assembly::ReadFromInclude() {
+    ++pState.IncludedLines;
+    SourceFile& file = pIncludeFiles.back();
+    if (file.AtEnd()) {
+        pLinePosition = SourcePosition{file.Name(), file.LineNumber() + 1, {}};
+        pIncludeFiles.pop_back();
+        pState.IncludeDepth = static_cast<std::int32_t>(pIncludeFiles.size());
+        return {};
+    }
+    std::string line = file.ReadSourceLine();
+    pLinePosition = SourcePosition{file.Name(), file.LineNumber(), {}};
+    return line;
+}
+
+void Assembly::PrepareStatement(const SourceStatement& fields) {
+    pStatement = Statement{};
+    pStatement.Where = pLinePosition;
+    pStatement.Label = LineScanner::TabsToSpaces(fields.Label);
+    pStatement.Operation = LineScanner::TabsToSpaces(fields.Operation);
+    pStatement.Keyword = LineScanner::LowerCase(pStatement.Operation);
+    pStatement.Operands = fields.Operands;
+    pStatement.Comment = fields.Comment;
+    LineScanner::SplitOperands(pStatement.Operands, pStatement.OperandList);
+}
+
+void Assembly::Dispatch(Statement& statement) {
+    const bool skipping = pState.Skipping;
+    bool accepted = false;
+    for (auto& handler : pHandlers) {
+        if (pState.Skipping && !handler->RunsWhileSkipping()) continue;
+        if (handler->Handle(*this, statement)) {
+            accepted = true;
+            break;
+        }
+    }
+    if (skipping) return;
+    if (!accepted && !statement.Operation.empty())
+        ListError("Invalid Directive, Operation or Macro", statement.Operation);
+    if (!statement.Label.empty() && !statement.LabelTaken)
+        DefineSymbol(statement.Label, Value{pState.LineAddress});
+}
+
+void Assembly::ListError(std::string_view message, std::string_view detail, bool force) {
+    pListing.ListError(message, detail, force, pStatement.Where);
+}
+
+void Assembly::ListWarning(std::string_view message, std::string_view detail, bool force) {
+    pListing.ListWarning(message, detail, force, pStatement.Where);
+}
+
+void Assembly::TerminalStop(std::string_view detail) {
+    pMainFile.reset();
+    ListError(TerminalMessage, detail, true);
+    pState.TerminalStop = true;
+}
+
+void Assembly::EmitByte(std::uint8_t byte) {
+    const std::int32_t address = pState.LocationCounter;
+    if (address < 0 || address >= RunState::ImageSize)
+        throw RunFailure("address past FFFF: the program does not fit in 64 KiB");
+    pState.ObjectImage[static_cast<std::size_t>(address)] = byte;
+    pState.LowestAddress = std::min(pState.LowestAddress, address);
+    pState.HighestAddress = std::max(pState.HighestAddress, address);
+    pState.LocationCounter = address + 1;
+}
+
+void Assembly::PushExpansion(ExpansionLevel level) {
+    if (MacroDepth() >= MaxMacroDepth)
+        throw RunFailure("macro expansion nested deeper than " + std::to_string(MaxMacroDepth) +
+                         " levels");
+    pExpansions.push_back(std::move(level));
+}
+
+std::string Assembly::DescribeFailure(const std::string& what) const {
+    const SourcePosition& where = pStatement.Where;
+    if (where.File.empty()) return what;
+    std::string text = what + " (" + where.File + " line " + std::to_string(where.Line);
+    if (!where.Macro.empty()) text += ", in expansion of macro " + where.Macro;
+    return text + ")";
+}
+
+} // namespace trident

@@ -1,0 +1,117 @@
+#pragma once
+
+#include "assembler/FrontEnd.h"
+#include "assembler/Listing.h"
+#include "assembler/RunState.h"
+#include "assembler/SourceFile.h"
+#include "assembler/SourceStatement.h"
+#include "assembler/Statement.h"
+#include "assembler/StatementHandler.h"
+#include "macros/ExpansionLevel.h"
+#include "symbols/Value.h"
+#include "symbols/clsSymbolTable.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace trident {
+
+// One assembly: the run state, the tables and texts it owns, and the pass
+// driver that turns a source file into them. Many assemblies may live in
+// one process; nothing is shared between them.
+class Assembly {
+  public:
+    enum class Outcome {
+        NoSource,   // the source path is empty or names no file: nothing was done
+        Completed,  // every pass ran, the final pass included
+        Stopped,    // Stop was requested; no further pass was started
+        Terminated, // a value that had to be known at once was not
+        Failed,     // a fixed limit of the assembler was passed
+    };
+
+    static constexpr std::string_view TerminalMessage =
+        "  *** Terminal ~ Value must be Resolved NOW **** ";
+    static constexpr int MaxIncludeFiles = 9;
+    static constexpr int MaxMacroDepth = 255;
+
+    explicit Assembly(FrontEnd* frontEnd = nullptr);
+    ~Assembly();
+    Assembly(const Assembly&) = delete;
+    Assembly& operator=(const Assembly&) = delete;
+
+    RunOptions& Options() { return pState.Options; }
+
+    // Runs passes 1, 2, ... while a pass creates a new resolved symbol, then
+    // the final pass 0.
+    Outcome Assemble(const std::filesystem::path& source);
+    // One complete pass; returns whether another resolving pass is needed.
+    bool RunPass(std::int16_t pass, const std::filesystem::path& source);
+    // Honoured at the next statement boundary.
+    void RequestStop() { pState.StopRequested = true; }
+
+    const RunState& State() const { return pState; }
+    RunState& State() { return pState; }
+    const Listing& GetListing() const { return pListing; }
+    clsSymbolTable& Symbols() { return *pSymbols; }
+    // Why the run failed as a whole (Outcome::Failed), with the source line.
+    const std::string& FailureMessage() const { return pFailureMessage; }
+    FrontEnd& Front() { return pFrontEnd; }
+
+    // --- Services for the statement handlers -------------------------------
+    void ListError(std::string_view message, std::string_view detail, bool force = false);
+    void ListWarning(std::string_view message, std::string_view detail, bool force = false);
+    // Ends the pass and the assembly: the value needed now is not resolved.
+    void TerminalStop(std::string_view detail);
+    // Labels and equ names: defined once, duplicates reported in the final pass.
+    void DefineSymbol(std::string_view name, const Value& value);
+    // set / defl names: redefinable at will.
+    void RedefineSymbol(std::string_view name, const Value& value);
+    // Stores one byte at the location counter and advances it.
+    void EmitByte(std::uint8_t byte);
+
+    int MacroDepth() const { return static_cast<int>(pExpansions.size()); }
+    std::vector<ExpansionLevel>& Expansions() { return pExpansions; }
+    void PushExpansion(ExpansionLevel level);
+    const SourcePosition& CurrentPosition() const { return pStatement.Where; }
+
+  private:
+    void ResetForAssembly();
+    void StartPass(std::int16_t pass, const std::filesystem::path& source);
+    void EndPass();
+    void ProcessStatement();
+    bool MoreInput() const;
+    void LeaveFinishedExpansions();
+    std::string ReadNextLine();
+    std::string ReadFromMaclib();
+    std::string ReadFromInclude();
+    void PrepareStatement(const SourceStatement& fields);
+    void Dispatch(Statement& statement);
+    void RecomputeListThisLine();
+    std::string DescribeFailure(const std::string& what) const;
+
+    FrontEnd pSilentFrontEnd;
+    FrontEnd& pFrontEnd;
+    RunState pState;
+    Listing pListing;
+    std::unique_ptr<clsSymbolTable> pSymbols;
+    std::vector<std::unique_ptr<StatementHandler>> pHandlers;
+
+    std::optional<SourceFile> pMainFile;
+    std::vector<SourceFile> pIncludeFiles;
+    std::optional<SourceFile> pMaclib;
+    std::vector<ExpansionLevel> pExpansions;
+
+    std::vector<SourceStatement> pLineStatements;
+    std::size_t pNextStatement = 0;
+    SourcePosition pLinePosition;
+    int pLineMacroDepth = 0;
+    Statement pStatement;
+    std::string pFailureMessage;
+};
+
+} // namespace trident

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "assembler/SourcePosition.h"
+
+#include <string>
+
+namespace trident {
+
+enum class Severity { Error, Warning };
+
+// One error or warning line that went into the listing.
+struct Diagnostic {
+    Severity Kind = Severity::Error;
+    std::string Message;
+    std::string Detail;
+    SourcePosition Where;
+};
+
+} // namespace trident

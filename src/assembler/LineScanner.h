@@ -1,0 +1,37 @@
+#pragma once
+
+#include "assembler/SourceStatement.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace trident {
+
+// Pure text processing of source lines: statements, fields and operands. It
+// knows no mnemonics or directives.
+namespace LineScanner {
+
+inline constexpr int MaxStatements = 32;
+inline constexpr int MaxOperands = 128;
+
+// Splits one physical line into statements separated by "!"; fills
+// `statements` (cleared first) and returns their number. More than
+// MaxStatements throws RunFailure.
+int SplitSourceLine(std::string_view line, std::vector<SourceStatement>& statements);
+
+// Splits an operand field on commas outside quotes; fills `operands`
+// (cleared first) and returns their number. More than MaxOperands throws
+// RunFailure.
+int SplitOperands(std::string_view field, std::vector<std::string>& operands);
+
+// As SplitOperands, but commas inside <...> do not split either (macro calls).
+int SplitMacroArguments(std::string_view field, std::vector<std::string>& arguments);
+
+std::string TabsToSpaces(std::string_view text);
+void StripParityBits(std::string& text);
+std::string LowerCase(std::string_view text);
+std::string TrimBlanks(std::string_view text);
+
+} // namespace LineScanner
+} // namespace trident

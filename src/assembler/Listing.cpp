@@ -1,0 +1,105 @@
+#include "assembler/Listing.h"
+
+#include "assembler/ListingColours.h"
+
+#include <cstdio>
+
+namespace trident {
+namespace {
+
+Colour CategoryColour(const Statement& statement) {
+    switch (statement.Category) {
+    case LineCategory::Equates:
+        return ListingColours::Equates;
+    case LineCategory::MacDef:
+        return ListingColours::MacroDefinition;
+    case LineCategory::MacInvoke:
+        return ListingColours::MacroCall;
+    case LineCategory::Directive:
+    case LineCategory::Control:
+    case LineCategory::Define:
+        return ListingColours::Directive;
+    case LineCategory::Ifs:
+        return ListingColours::Conditional;
+    case LineCategory::Instruction:
+        if (statement.Z180Row) return ListingColours::Z180Instruction;
+        if (statement.Z80Row || statement.IndexUsed) return ListingColours::Z80Instruction;
+        return ListingColours::Plain;
+    case LineCategory::None:
+    case LineCategory::MacExpand:
+        break;
+    }
+    return ListingColours::Plain;
+}
+
+std::string AddressText(std::int32_t address) {
+    char text[16];
+    std::snprintf(text, sizeof text, "%04X", static_cast<unsigned>(address) & 0xFFFFFFFFu);
+    return text;
+}
+
+std::string DepthText(int depth) {
+    char text[16];
+    std::snprintf(text, sizeof text, " +%02d", depth);
+    return text;
+}
+
+} // namespace
+
+bool Listing::ListsLines() const {
+    const RunOptions& options = pState.Options;
+    return pState.ListThisLine || options.ListAllPasses ||
+           (pState.CurrentPass == 1 && options.ListMacLibs && pState.MaclibOpen);
+}
+
+void Listing::ListLine(const Statement& statement, int macroDepth) {
+    if (statement.SuppressListing || !ListsLines()) return;
+    const bool expanding = macroDepth > 0;
+    pText.Append(AddressText(pState.LineAddress),
+                 expanding ? ListingColours::Directive : ListingColours::Plain);
+    if (expanding) pText.Append(DepthText(macroDepth), ListingColours::Directive);
+    pText.Append(statement.ValueText + statement.BytesText + "\t", ListingColours::Bytes);
+    const Colour ink = CategoryColour(statement);
+    pText.Append(statement.Label + "\t" + statement.Operation + "\t" + statement.Operands + "\t",
+                 ink);
+    pText.Append(statement.Comment + "\t", ListingColours::Comment);
+    pText.Append("\r\n", ListingColours::Plain);
+}
+
+void Listing::ListError(std::string_view message, std::string_view detail, bool force,
+                        const SourcePosition& where) {
+    Report(Severity::Error, message, detail, force, where);
+}
+
+void Listing::ListWarning(std::string_view message, std::string_view detail, bool force,
+                          const SourcePosition& where) {
+    Report(Severity::Warning, message, detail, force, where);
+}
+
+void Listing::Report(Severity kind, std::string_view message, std::string_view detail, bool force,
+                     const SourcePosition& where) {
+    if (!force && !pState.ListThisLine && !pState.Options.ListAllPasses) return;
+    const bool error = kind == Severity::Error;
+    if (error)
+        ++pState.ErrorCount;
+    else
+        ++pState.WarningCount;
+    pFrontEnd.ShowDiagnosticCounts(pState.ErrorCount, pState.WarningCount);
+    std::string line = "~";
+    line.append(message).append(" ~ ").append(detail).append("\r\n");
+    pText.Append(line, error ? ListingColours::Error : ListingColours::Warning);
+    pDiagnostics.push_back(Diagnostic{kind, std::string(message), std::string(detail), where});
+}
+
+void Listing::ResetCounts() {
+    pState.ErrorCount = 0;
+    pState.WarningCount = 0;
+    pFrontEnd.ShowDiagnosticCounts(0, 0);
+}
+
+void Listing::Clear() {
+    pText.Clear();
+    pDiagnostics.clear();
+}
+
+} // namespace trident

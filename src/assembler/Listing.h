@@ -1,0 +1,50 @@
+#pragma once
+
+#include "assembler/Diagnostic.h"
+#include "assembler/FrontEnd.h"
+#include "assembler/RunState.h"
+#include "assembler/Statement.h"
+#include "output/ColouredText.h"
+
+#include <string_view>
+#include <vector>
+
+namespace trident {
+
+// The listing view's text: one coloured line per statement, and the "~"
+// diagnostic lines that any stage of the run inserts ahead of it.
+class Listing {
+  public:
+    Listing(RunState& state, FrontEnd& frontEnd) : pState(state), pFrontEnd(frontEnd) {}
+
+    // Writes the statement's line when the run lists lines now. `macroDepth`
+    // is the expansion level the statement came from (0 outside macros).
+    void ListLine(const Statement& statement, int macroDepth);
+
+    // Writes and counts a diagnostic; nothing happens outside a listed line
+    // unless `force` is set. `where` is the statement's source position.
+    void ListError(std::string_view message, std::string_view detail, bool force,
+                   const SourcePosition& where);
+    void ListWarning(std::string_view message, std::string_view detail, bool force,
+                     const SourcePosition& where);
+
+    const ColouredText& Text() const { return pText; }
+    ColouredText& Text() { return pText; }
+    const std::vector<Diagnostic>& Diagnostics() const { return pDiagnostics; }
+    void Clear();
+
+    // The counts (kept in the run state) describe one pass.
+    void ResetCounts();
+
+  private:
+    bool ListsLines() const;
+    void Report(Severity kind, std::string_view message, std::string_view detail, bool force,
+                const SourcePosition& where);
+
+    RunState& pState;
+    FrontEnd& pFrontEnd;
+    ColouredText pText;
+    std::vector<Diagnostic> pDiagnostics;
+};
+
+} // namespace trident

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+
+namespace trident {
+
+// The user's choices for a run. A front end may change them between
+// statements; the run reads them live.
+struct RunOptions {
+    bool ListAllPasses = false;
+    bool CompatibleMode = false;
+    bool BigEndianCode = false;
+    bool ListMacLibs = false;
+    bool ListMacroDefinitions = false;
+    bool ListMacroExpansions = false;
+    bool StripParity = false;
+    bool CaseSensitiveSymbols = false;
+    // The processor check boxes: checked means that the warnings for that
+    // processor's instructions are off.
+    bool Z80 = false;
+    bool Z180 = false;
+    std::string IncludeDirectory;
+    std::string MaclibDirectory;
+};
+
+} // namespace trident

@@ -1,0 +1,36 @@
+#include "assembler/SourceFile.h"
+
+#include <fstream>
+#include <iterator>
+#include <system_error>
+
+namespace trident {
+
+std::optional<SourceFile> SourceFile::Open(const std::filesystem::path& path) {
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(path, error)) return std::nullopt;
+    std::ifstream in(path, std::ios::binary);
+    if (!in) return std::nullopt;
+    std::string data((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    if (in.bad()) return std::nullopt;
+    return SourceFile(path.string(), std::move(data));
+}
+
+SourceFile SourceFile::FromText(std::string name, std::string text) {
+    return SourceFile(std::move(name), std::move(text));
+}
+
+std::string SourceFile::ReadSourceLine() {
+    const std::size_t start = pPos;
+    while (pPos < pData.size() && pData[pPos] != '\r' && pData[pPos] != '\n') ++pPos;
+    std::string line = pData.substr(start, pPos - start);
+    if (pPos < pData.size()) {
+        const bool carriageReturn = pData[pPos] == '\r';
+        ++pPos;
+        if (carriageReturn && pPos < pData.size()) ++pPos;
+    }
+    ++pLine;
+    return line;
+}
+
+} // namespace trident

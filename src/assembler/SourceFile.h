@@ -1,0 +1,39 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace trident {
+
+// One open source channel: the main file, an include file or a macro
+// library. The file is read whole when opened; lines are then cut from it
+// with the assembler's own line-end rule.
+class SourceFile {
+  public:
+    // Nothing when the path names no readable regular file.
+    static std::optional<SourceFile> Open(const std::filesystem::path& path);
+    static SourceFile FromText(std::string name, std::string text);
+
+    bool AtEnd() const { return pPos >= pData.size(); }
+
+    // Reads up to a carriage return or line feed (not included). After a
+    // carriage return exactly one more character is consumed, whatever it
+    // is: that is how CR LF pairs go, and it is deliberately not checked.
+    std::string ReadSourceLine();
+
+    const std::string& Name() const { return pName; }
+    // Number of the line last read, from 1.
+    int LineNumber() const { return pLine; }
+
+  private:
+    SourceFile(std::string name, std::string data)
+        : pName(std::move(name)), pData(std::move(data)) {}
+
+    std::string pName;
+    std::string pData;
+    std::size_t pPos = 0;
+    int pLine = 0;
+};
+
+} // namespace trident

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "assembler/LineCategory.h"
+#include "assembler/SourcePosition.h"
+
+#include <string>
+#include <vector>
+
+namespace trident {
+
+// The statement under way: its fields as scanned, its operands, and what
+// its execution leaves for the listing line.
+struct Statement {
+    std::string Label;
+    std::string Operation;
+    // Operation in lower case: directive and mnemonic names are case-blind.
+    std::string Keyword;
+    std::string Operands;
+    std::string Comment;
+    std::vector<std::string> OperandList;
+    SourcePosition Where;
+
+    LineCategory Category = LineCategory::None;
+    // Hexadecimal text of the emitted bytes.
+    std::string BytesText;
+    // Value shown ahead of the bytes (equates, conditionals).
+    std::string ValueText;
+    // The handler gave the label its meaning (equ, set, org, macro names);
+    // otherwise the label names the statement's address.
+    bool LabelTaken = false;
+    // The statement's own listing line is not written (error, warning).
+    bool SuppressListing = false;
+    // Marks of the encoder that colour an instruction line.
+    bool Z80Row = false;
+    bool Z180Row = false;
+    bool IndexUsed = false;
+
+    int OperandCount() const { return static_cast<int>(OperandList.size()); }
+};
+
+} // namespace trident

@@ -1,0 +1,27 @@
+#pragma once
+
+namespace trident {
+
+class Assembly;
+struct Statement;
+
+// One step of the statement dispatch. The steps are tried in a fixed order;
+// the first that accepts a statement executes it and sets its category.
+class StatementHandler {
+  public:
+    virtual ~StatementHandler() = default;
+
+    // Whether the step still looks at statements while a false condition
+    // skips lines (only the conditional directives and the collection of
+    // macro bodies do).
+    virtual bool RunsWhileSkipping() const { return false; }
+
+    // Resets what the step keeps from statement to statement.
+    virtual void StartPass(Assembly& /*run*/) {}
+
+    // Executes the statement and returns true, or returns false to let the
+    // later steps try it.
+    virtual bool Handle(Assembly& run, Statement& statement) = 0;
+};
+
+} // namespace trident

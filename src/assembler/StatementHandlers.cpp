@@ -1,0 +1,10 @@
+#include "assembler/StatementHandlers.h"
+
+namespace trident {
+
+std::vector<std::unique_ptr<StatementHandler>> MakeStatementHandlers() {
+    std::vector<std::unique_ptr<StatementHandler>> handlers;
+    return handlers;
+}
+
+} // namespace trident

@@ -1,0 +1,58 @@
+// Giving names their values: labels and equ names once, set names at will.
+#include "assembler/Assembly.h"
+#include "assembler/RunFailure.h"
+
+namespace trident {
+namespace {
+
+bool IsRedefinableLocal(std::string_view name) {
+    return name.substr(0, 2) == "..";
+}
+
+} // namespace
+
+void Assembly::DefineSymbol(std::string_view name, const Value& value) {
+    if (name.empty()) {
+        ListError("Attempt to define NULL symbol name", "");
+        return;
+    }
+    clsSymbolTable& symbols = *pSymbols;
+    if (symbols.VariableExists(name)) {
+        if (IsRedefinableLocal(name)) {
+            symbols.SetVariable(name, value);
+            symbols.SetPass(pState.CurrentPass);
+        } else if (pState.CurrentPass == 0) {
+            // The final pass meets every definition once more: the first one
+            // claims the name for this pass, a second one is the duplicate.
+            if (symbols.Pass() == 0)
+                ListError("Symbol Already Defined", name);
+            else
+                symbols.SetPass(0);
+        }
+        // In a resolving pass an existing label keeps the value it was
+        // created with.
+        return;
+    }
+    if (IsEmpty(value)) {
+        pState.UnresolvedDefinition = true;
+        return;
+    }
+    symbols.SetVariable(name, value);
+    if (symbols.Index() < 0)
+        throw RunFailure("symbol table full: more than " +
+                         std::to_string(clsSymbolTable::SlotCount) + " symbols");
+    symbols.SetPass(pState.CurrentPass);
+    pState.AnotherPassNeeded = true;
+}
+
+void Assembly::RedefineSymbol(std::string_view name, const Value& value) {
+    if (IsEmpty(value)) return;
+    clsSymbolTable& symbols = *pSymbols;
+    symbols.SetVariable(name, value);
+    if (symbols.Index() < 0)
+        throw RunFailure("symbol table full: more than " +
+                         std::to_string(clsSymbolTable::SlotCount) + " symbols");
+    symbols.SetPass(pState.CurrentPass);
+}
+
+} // namespace trident

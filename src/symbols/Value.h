@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <variant>
+
+namespace trident {
+
+// The one value type shared by the evaluator, the symbol table and the
+// directives. An empty value means "not resolved in this pass": callers emit
+// placeholders or skip, and a later pass supplies the real value.
+using Value = std::variant<std::monostate, std::int16_t, std::int32_t, double, std::string>;
+
+inline bool IsEmpty(const Value& value) {
+    return std::holds_alternative<std::monostate>(value);
+}
+
+inline bool IsString(const Value& value) {
+    return std::holds_alternative<std::string>(value);
+}
+
+inline bool IsNumeric(const Value& value) {
+    return !IsEmpty(value) && !IsString(value);
+}
+
+// The numeric value as a double; nothing for an empty or string value.
+inline std::optional<double> AsNumber(const Value& value) {
+    if (const auto* i16 = std::get_if<std::int16_t>(&value)) return *i16;
+    if (const auto* i32 = std::get_if<std::int32_t>(&value)) return *i32;
+    if (const auto* d = std::get_if<double>(&value)) return *d;
+    return std::nullopt;
+}
+
+} // namespace trident

@@ -1,0 +1,119 @@
+#pragma once
+
+#include "symbols/Value.h"
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace trident {
+
+// Every name an assembly knows: labels, equ/set symbols and the predefined
+// groups. A fixed array of 10001 slots filled from the front; a cursor
+// (Index) names the slot that the per-slot properties read and write.
+// Observable behaviour is that of a linear scan of the slots (first match
+// wins, a search stops at the first unused slot); a hash index from the
+// normalised name to its slot makes look-ups O(1) on average.
+class clsSymbolTable {
+  public:
+    // Reports a diagnostic (message, detail) through the run's error line.
+    using ErrorSink = std::function<void(std::string_view message, std::string_view detail)>;
+
+    static constexpr int SlotCount = 10001;
+
+    clsSymbolTable();
+
+    void SetErrorSink(ErrorSink sink) { pErrorSink = std::move(sink); }
+
+    std::int16_t CurrentPass = 0;
+
+    void LoadPreDefinedValues(std::int16_t group);
+    static std::int16_t MaximumSymbols() { return SlotCount - 1; }
+
+    std::int16_t Index() const { return pIndex; }
+    void SetIndex(std::int16_t index);
+
+    bool CaseSensitive() const { return pCaseSensitive; }
+    void SetCaseSensitive(bool caseSensitive);
+
+    // Look-up by name: marks the symbol referenced, applies the ".." forward
+    // reference rule, moves the cursor; empty when the name is unknown.
+    Value Variable(std::string_view name);
+    // Define or update: an existing name gets only its value replaced.
+    void SetVariable(std::string_view name, const Value& value);
+    bool VariableExists(std::string_view name);
+
+    void DeleteByName(std::string_view name);
+    void DeleteByIndex(std::int16_t index);
+    void DeleteAll();
+    void Sort();
+    void DebugPrintTable(const std::function<void(std::string_view line)>& trace);
+
+    // Per-slot properties of the slot named by Index; neutral values (and
+    // ignored sets) while Index is out of range.
+    std::string Mnemonic() const;
+    void SetMnemonic(std::string_view name);
+    Value SymVal() const;
+    void SetSymVal(const Value& value);
+    Value SymTag() const;
+    void SetSymTag(const Value& tag);
+    std::int32_t SymType() const;
+    void SetSymType(std::int32_t type);
+    std::int32_t SymSubType1() const;
+    void SetSymSubType1(std::int32_t subType);
+    std::int32_t SymSubType2() const;
+    void SetSymSubType2(std::int32_t subType);
+    std::int16_t Pass() const;
+    void SetPass(std::int16_t pass);
+    bool Refed() const;
+    void SetRefed(bool refed);
+
+    // X truncated toward zero and reduced to the signed 32-bit range.
+    static double ToSigned32(double x);
+
+  private:
+    struct Slot {
+        std::string Name;
+        Value Val;
+        bool Refed = false;
+        std::int16_t Pass = 0;
+        std::int32_t SymType = -1;
+        std::int32_t SymSubType1 = -1;
+        std::int32_t SymSubType2 = -1;
+        Value Tag;
+    };
+
+    void AddSymbol(std::string_view name, const Value& value, std::int32_t symType,
+                   std::int32_t subType1, std::int32_t subType2, const Value& tag, bool refed,
+                   std::int16_t pass);
+    // The form in which two names compare equal: lower case when the table is
+    // case-blind, every "$" removed unless the name is exactly "$".
+    std::string NormalisedName(std::string_view name) const;
+    // Lowest slot of the whole table whose name matches the normalised key,
+    // unused slots included (they match the empty key); -1 if none.
+    int LowestSlotWithKey(const std::string& key) const;
+    // The slot a scan from slot 0 matches before it stops at the first
+    // unused slot; -1 if none.
+    int FindSlot(std::string_view name) const;
+    int UsedCount() const { return pUsed; }
+    void RebuildIndex();
+    void AdvanceFirstUnused();
+    // Slots first..last-1 take name, value, Refed and Pass of their successor.
+    void ShiftDown(int first, int last);
+    bool CursorValid() const { return pIndex >= 0 && pIndex < SlotCount; }
+
+    std::vector<Slot> pSlots;
+    // The first slot whose name is "" (SlotCount when none): the end of the
+    // part every scan looks at.
+    int pUsed = 0;
+    // Normalised name -> lowest slot holding a name with that key.
+    std::unordered_map<std::string, int> pSlotByName;
+    std::int16_t pIndex = -1;
+    bool pCaseSensitive = true;
+    ErrorSink pErrorSink;
+};
+
+} // namespace trident
