@@ -55,9 +55,11 @@ bool Listing::ListsLines() const {
 void Listing::ListLine(const Statement& statement, int macroDepth) {
     if (statement.SuppressListing || !ListsLines()) return;
     const bool expanding = macroDepth > 0;
-    pText.Append(AddressText(pState.LineAddress),
-                 expanding ? ListingColours::Directive : ListingColours::Plain);
-    if (expanding) pText.Append(DepthText(macroDepth), ListingColours::Directive);
+    // A tab after the address column, so that the rows of four bytes that
+    // long data statements continue on line up under the first one.
+    std::string address = AddressText(pState.LineAddress);
+    if (expanding) address += DepthText(macroDepth);
+    pText.Append(address + "\t", expanding ? ListingColours::Directive : ListingColours::Plain);
     pText.Append(statement.ValueText + statement.BytesText + "\t", ListingColours::Bytes);
     const Colour ink = CategoryColour(statement);
     pText.Append(statement.Label + "\t" + statement.Operation + "\t" + statement.Operands + "\t",

@@ -80,8 +80,8 @@ TEST_F(AssemblyTest, EmptySourceEmitsNothing) {
 
 TEST_F(AssemblyTest, ListingLineLayout) {
     Assemble("start: ; first\n   ; indented comment\n");
-    EXPECT_EQ(ListingText(), "0000\tstart\t\t\t; first\t\r\n"
-                             "0000\t\t\t\t; indented comment\t\r\n");
+    EXPECT_EQ(ListingText(), "0000\t\tstart\t\t\t; first\t\r\n"
+                             "0000\t\t\t\t\t; indented comment\t\r\n");
 }
 
 TEST_F(AssemblyTest, LabelNamesItsAddressAndDollarIsDefined) {
@@ -96,9 +96,9 @@ TEST_F(AssemblyTest, LabelNamesItsAddressAndDollarIsDefined) {
 TEST_F(AssemblyTest, DiagnosticsOnlyInTheFinalPass) {
     Assemble("x:\n  bogus 1,2\n");
     EXPECT_EQ(frontEnd.Passes, (std::vector<int>{1, 2, 0}));
-    EXPECT_EQ(ListingText(), "0000\tx\t\t\t\t\r\n"
+    EXPECT_EQ(ListingText(), "0000\t\tx\t\t\t\t\r\n"
                              "~Invalid Directive, Operation or Macro ~ bogus\r\n"
-                             "0000\t\tbogus\t1,2\t\t\r\n");
+                             "0000\t\t\tbogus\t1,2\t\t\r\n");
     EXPECT_EQ(run.State().ErrorCount, 1);
     EXPECT_EQ(frontEnd.LastErrors, 1);
     ASSERT_EQ(run.GetListing().Diagnostics().size(), 1u);

@@ -1,0 +1,136 @@
+#include "assembler/Listing.h"
+#include "assembler/ListingColours.h"
+
+#include <gtest/gtest.h>
+
+namespace trident {
+namespace {
+
+class ListingTest : public ::testing::Test {
+  protected:
+    ListingTest() {
+        state.CurrentPass = 0;
+        state.ListThisLine = true;
+        statement.Label = "lbl";
+        statement.Operation = "op";
+        statement.Operands = "x,y";
+        statement.Comment = "; c";
+    }
+
+    // The colour of the first character of `piece` in the listing.
+    Colour InkOf(std::string_view piece) const {
+        const ColouredText& text = listing.Text();
+        const std::size_t at = text.Text().find(piece);
+        for (const auto& run : text.Runs())
+            if (at >= run.Start && at < run.Start + run.Length) return run.Ink;
+        ADD_FAILURE() << "no run covers " << piece;
+        return {};
+    }
+
+    RunState state;
+    FrontEnd frontEnd;
+    Listing listing{state, frontEnd};
+    Statement statement;
+};
+
+TEST_F(ListingTest, ExpansionLinesShowTheLevel) {
+    state.LineAddress = 0x1A;
+    statement.BytesText = "3E05";
+    listing.ListLine(statement, 1);
+    EXPECT_EQ(listing.Text().Text(), "001A +01\t3E05\tlbl\top\tx,y\t; c\t\r\n");
+    EXPECT_EQ(InkOf("001A"), ListingColours::Directive);
+    EXPECT_EQ(InkOf("3E05"), ListingColours::Bytes);
+    EXPECT_EQ(InkOf("; c"), ListingColours::Comment);
+}
+
+TEST_F(ListingTest, ValueColumnStandsAheadOfTheBytes) {
+    statement.ValueText = "0005  ";
+    listing.ListLine(statement, 0);
+    EXPECT_EQ(listing.Text().Text(), "0000\t0005  \tlbl\top\tx,y\t; c\t\r\n");
+}
+
+struct CategoryCase {
+    LineCategory Category;
+    bool Z80Row, Z180Row, IndexUsed;
+    Colour Expected;
+};
+
+class CategoryColourTest : public ListingTest,
+                           public ::testing::WithParamInterface<CategoryCase> {};
+
+TEST_P(CategoryColourTest, FieldsTakeTheCategoryColour) {
+    const CategoryCase& c = GetParam();
+    statement.Category = c.Category;
+    statement.Z80Row = c.Z80Row;
+    statement.Z180Row = c.Z180Row;
+    statement.IndexUsed = c.IndexUsed;
+    listing.ListLine(statement, 0);
+    EXPECT_EQ(InkOf("lbl"), c.Expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Categories, CategoryColourTest,
+    ::testing::Values(
+        CategoryCase{LineCategory::None, false, false, false, ListingColours::Plain},
+        CategoryCase{LineCategory::Equates, false, false, false, ListingColours::Equates},
+        CategoryCase{LineCategory::MacDef, false, false, false, ListingColours::MacroDefinition},
+        CategoryCase{LineCategory::MacInvoke, false, false, false, ListingColours::MacroCall},
+        CategoryCase{LineCategory::Directive, false, false, false, ListingColours::Directive},
+        CategoryCase{LineCategory::Control, false, false, false, ListingColours::Directive},
+        CategoryCase{LineCategory::Define, false, false, false, ListingColours::Directive},
+        CategoryCase{LineCategory::Ifs, false, false, false, ListingColours::Conditional},
+        CategoryCase{LineCategory::Instruction, false, false, false, ListingColours::Plain},
+        CategoryCase{LineCategory::Instruction, true, false, false, ListingColours::Z80Instruction},
+        CategoryCase{LineCategory::Instruction, false, false, true, ListingColours::Z80Instruction},
+        CategoryCase{LineCategory::Instruction, true, true, true,
+                     ListingColours::Z180Instruction}));
+
+TEST_F(ListingTest, WhenLinesAreListed) {
+    struct Case {
+        std::int16_t Pass;
+        bool ListThisLine, ListAllPasses, ListMacLibs, MaclibOpen, Suppressed, Listed;
+    };
+    const Case cases[] = {
+        {0, true, false, false, false, false, true},
+        {0, true, false, false, false, true, false},   // error / warning directives
+        {0, false, false, false, false, false, false}, // nolist
+        {2, false, true, false, false, false, true},
+        {1, false, false, true, true, false, true}, // macro library lines in pass 1
+        {2, false, false, true, true, false, false},
+        {1, false, false, true, false, false, false},
+    };
+    for (const Case& c : cases) {
+        RunState s;
+        s.CurrentPass = c.Pass;
+        s.ListThisLine = c.ListThisLine;
+        s.Options.ListAllPasses = c.ListAllPasses;
+        s.Options.ListMacLibs = c.ListMacLibs;
+        s.MaclibOpen = c.MaclibOpen;
+        Listing l(s, frontEnd);
+        Statement st;
+        st.SuppressListing = c.Suppressed;
+        l.ListLine(st, 0);
+        EXPECT_EQ(!l.Text().Empty(), c.Listed) << "pass " << c.Pass;
+    }
+}
+
+TEST_F(ListingTest, DiagnosticsAreCountedOnlyWhenListedOrForced) {
+    state.ListThisLine = false;
+    listing.ListError("quiet", "x", false, {});
+    EXPECT_EQ(state.ErrorCount, 0);
+    EXPECT_TRUE(listing.Text().Empty());
+    listing.ListError("  *** Terminal ~ Value must be Resolved NOW **** ", "org", true,
+                      {"f.asm", 3, {}});
+    listing.ListWarning("loud", "", true, {});
+    EXPECT_EQ(state.ErrorCount, 1);
+    EXPECT_EQ(state.WarningCount, 1);
+    EXPECT_EQ(listing.Text().Text(),
+              "~  *** Terminal ~ Value must be Resolved NOW ****  ~ org\r\n~loud ~ \r\n");
+    EXPECT_EQ(InkOf("~loud"), ListingColours::Warning);
+    ASSERT_EQ(listing.Diagnostics().size(), 2u);
+    EXPECT_EQ(listing.Diagnostics()[0].Where.Line, 3);
+    EXPECT_EQ(listing.Diagnostics()[1].Kind, Severity::Warning);
+}
+
+} // namespace
+} // namespace trident

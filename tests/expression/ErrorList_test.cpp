@@ -1,0 +1,118 @@
+#include "expression/clsErrorList.h"
+
+#include <gtest/gtest.h>
+
+namespace trident {
+namespace {
+
+TEST(ErrorList, EntriesAreTakenOldestFirstWithTheirExtraStrings) {
+    clsErrorList errors;
+    errors.AddError(EvalError::InvalidDecimalDigit, "G");
+    errors.AddError(EvalError::ToUnsigned8, "300");
+    errors.AddError(EvalError::NonExistentVariable, "loop");
+    EXPECT_EQ(errors.Error(), 1);
+    EXPECT_EQ(errors.ErrorCount(), 3);
+
+    EXPECT_EQ(errors.GetNextError(), 17);
+    EXPECT_EQ(errors.ExtraErrorString(), "G");
+    EXPECT_EQ(errors.Error(), 17);
+    EXPECT_EQ(errors.GetNextError(), -3);
+    EXPECT_EQ(errors.ExtraErrorString(), "300");
+    EXPECT_EQ(errors.GetNextError(), 26);
+    EXPECT_EQ(errors.ExtraErrorString(), "loop");
+    EXPECT_EQ(errors.ErrorCount(), 0);
+
+    EXPECT_EQ(errors.GetNextError(), 0);
+    EXPECT_EQ(errors.Error(), 0);
+}
+
+TEST(ErrorList, ExtraStringMayHoldAnyText) {
+    clsErrorList errors;
+    errors.AddError(EvalError::InvalidOperator, "a~b\x7f");
+    errors.AddError(EvalError::MissingOperand);
+    EXPECT_EQ(errors.GetNextError(), 4);
+    EXPECT_EQ(errors.ExtraErrorString(), "a~b");
+    EXPECT_EQ(errors.GetNextError(), 8);
+    EXPECT_EQ(errors.ExtraErrorString(), "");
+}
+
+TEST(ErrorList, ClearAllRemovesEntriesWhileErrorClearOnlyResetsTheCode) {
+    clsErrorList errors;
+    errors.AddError(EvalError::InvalidNumber, "x");
+    errors.AddError(EvalError::InvalidNumber, "y");
+    errors.ErrorClear();
+    EXPECT_EQ(errors.Error(), 0);
+    EXPECT_EQ(errors.ErrorCount(), 2);
+    errors.ClearAllErrors();
+    EXPECT_EQ(errors.ErrorCount(), 0);
+    EXPECT_EQ(errors.GetNextErrorStr(), "No Error");
+}
+
+struct ReaderCase {
+    EvalError Code;
+    const char* Extra;
+    const char* Text;
+    int CodeAfter;
+    const char* ExtraAfter;
+};
+
+// The text reader splits at "~", not at the recording separator: without a
+// "~" in the extra string only the message remains, and with one only the
+// text between the first and a second "~" is kept.
+TEST(ErrorList, TextReaderSplitsEntriesAtTilde) {
+    const ReaderCase cases[] = {
+        {EvalError::InvalidDecimalDigit, "G", "Invalid Decimal Digit", 17, ""},
+        {EvalError::MissingOperand, "", "Missing Operand", 8, ""},
+        {EvalError::NonExistentVariable, "x~loop", "loop ~ Non Existant Variable", 26, "loop"},
+        {EvalError::InvalidOperator, "a~b~c", "b ~ Invalid Operator", 4, "b"},
+        {EvalError::ToUnsigned8, "~300", "300 ~ Conversion to Unsigned 8 bit integer", -3, "300"},
+        {EvalError::NonStandardQuote, "q~", "Non Standard Quote", -12, ""},
+    };
+    for (const auto& c : cases) {
+        clsErrorList errors;
+        errors.AddError(c.Code, c.Extra);
+        EXPECT_EQ(errors.GetNextErrorStr(), c.Text) << c.Extra;
+        EXPECT_EQ(errors.Error(), c.CodeAfter) << c.Extra;
+        EXPECT_EQ(errors.ExtraErrorString(), c.ExtraAfter) << c.Extra;
+        EXPECT_EQ(errors.ErrorCount(), 0);
+    }
+}
+
+TEST(ErrorList, MessagesByCode) {
+    const std::pair<int, const char*> cases[] = {
+        {-12, "Non Standard Quote"},
+        {-11, "Implementation Forced to 32 bit signed integer"},
+        {-10, "Conversion to Signed 32 bit integer"},
+        {-7, "Conversion to Signed 8 bit integer"},
+        {-6, "Conversion to Unsigned 32 bit integer"},
+        {-3, "Conversion to Unsigned 8 bit integer"},
+        {-2, "Implementation Truncation to integer"},
+        {0, "No Error"},
+        {3, "Operand does not exist"},
+        {9, "Missing ("},
+        {10, "Missing )"},
+        {14, "Mismatched Parenthesis"},
+        {16, "Invalid Hex Digit"},
+        {22, "Number Must Start With 0-9"},
+        {25, "MismatchedOpenAndCloseQuotes"},
+        {26, "Non Existant Variable"},
+        {30, "Implementation Error"},
+        {-13, "Unknown Error"},
+        {-1, "Unknown Error"},
+        {1, "Unknown Error"},
+        {2, "Unknown Error"},
+        {31, "Unknown Error"},
+    };
+    for (const auto& [code, message] : cases) {
+        EXPECT_EQ(clsErrorList::ErrorString(code), message) << code;
+    }
+}
+
+TEST(ErrorList, CountIsBoundedByItsType) {
+    clsErrorList errors;
+    for (int i = 0; i < 40000; ++i) errors.AddError(EvalError::InvalidNumber);
+    EXPECT_EQ(errors.ErrorCount(), 32767);
+}
+
+} // namespace
+} // namespace trident
