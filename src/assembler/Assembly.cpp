@@ -12,7 +12,10 @@ namespace trident {
 
 Assembly::Assembly(FrontEnd* frontEnd)
     : pFrontEnd(frontEnd ? *frontEnd : pSilentFrontEnd), pListing(pState, pFrontEnd),
-      pSymbols(std::make_unique<clsSymbolTable>()), pHandlers(MakeStatementHandlers()) {}
+      pSymbols(std::make_unique<clsSymbolTable>()), pEvaluator(std::make_unique<clsExpression>()),
+      pHandlers(MakeStatementHandlers()) {
+    pEvaluator->SetVariables(pSymbols.get());
+}
 
 Assembly::~Assembly() = default;
 

@@ -3,10 +3,12 @@
 #include "assembler/FrontEnd.h"
 #include "assembler/Listing.h"
 #include "assembler/RunState.h"
+#include "assembler/Signedness.h"
 #include "assembler/SourceFile.h"
 #include "assembler/SourceStatement.h"
 #include "assembler/Statement.h"
 #include "assembler/StatementHandler.h"
+#include "expression/clsExpression.h"
 #include "macros/ExpansionLevel.h"
 #include "symbols/Value.h"
 #include "symbols/clsSymbolTable.h"
@@ -65,6 +67,13 @@ class Assembly {
     // --- Services for the statement handlers -------------------------------
     void ListError(std::string_view message, std::string_view detail, bool force = false);
     void ListWarning(std::string_view message, std::string_view detail, bool force = false);
+    // Evaluates an expression; its faults become diagnostics of the statement.
+    Value Evaluate(std::string_view text);
+    // Evaluates an operand of `width` bits (3, 8 or 16) with the range rules;
+    // the result is an integer reduced to the width, or empty (unresolved).
+    Value EvaluateOperand(std::string_view text, int width,
+                          Signedness signedness = Signedness::Either, bool force = false);
+    clsExpression& Evaluator() { return *pEvaluator; }
     // Ends the pass and the assembly: the value needed now is not resolved.
     void TerminalStop(std::string_view detail);
     // Labels and equ names: defined once, duplicates reported in the final pass.
@@ -99,6 +108,7 @@ class Assembly {
     RunState pState;
     Listing pListing;
     std::unique_ptr<clsSymbolTable> pSymbols;
+    std::unique_ptr<clsExpression> pEvaluator;
     std::vector<std::unique_ptr<StatementHandler>> pHandlers;
 
     std::optional<SourceFile> pMainFile;

@@ -1,0 +1,92 @@
+// Turning operand text into values: evaluation with the evaluator's faults
+// turned into listing diagnostics, and the range rules of each width.
+#include "assembler/Assembly.h"
+
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <string>
+
+namespace trident {
+namespace {
+
+struct Range {
+    double Lowest;
+    double Highest;
+    const char* Message;
+};
+
+Range RangeFor(int width, Signedness signedness) {
+    if (width == 3) return {0, 7, "Value out of Range"};
+    const bool wide = width == 16;
+    switch (signedness) {
+    case Signedness::Signed:
+        return {wide ? -32768.0 : -128.0, wide ? 32767.0 : 127.0, "Signed Value out of Range"};
+    case Signedness::Unsigned:
+        return {0, wide ? 65535.0 : 255.0, "Unsigned Value out of Range"};
+    case Signedness::Either:
+        break;
+    }
+    return {wide ? -32768.0 : -128.0, wide ? 65535.0 : 255.0, "Value out of Range"};
+}
+
+// The value reduced to `width` bits: two's complement for signed operands,
+// the low bits otherwise.
+std::int32_t ToWidth(double value, int width, Signedness signedness) {
+    const auto bits = static_cast<std::uint32_t>(static_cast<std::int64_t>(std::trunc(value)));
+    const std::uint32_t mask = (1u << width) - 1u;
+    const std::uint32_t low = bits & mask;
+    if (signedness == Signedness::Signed && width > 3 && (low & (1u << (width - 1))) != 0)
+        return static_cast<std::int32_t>(low) - static_cast<std::int32_t>(1u << width);
+    return static_cast<std::int32_t>(low);
+}
+
+std::string NumberText(double value) {
+    if (value == std::trunc(value) && std::fabs(value) < 1e15)
+        return std::to_string(static_cast<long long>(value));
+    char text[32];
+    std::snprintf(text, sizeof text, "%g", value);
+    return text;
+}
+
+} // namespace
+
+Value Assembly::Evaluate(std::string_view text) {
+    pEvaluator->SetCaseSensitive(pState.Options.CaseSensitiveSymbols);
+    Value result = pEvaluator->Evaluate(text);
+    while (pEvaluator->ErrorCount() > 0) {
+        const std::int32_t code = pEvaluator->GetNextError();
+        const std::string message = clsExpression::ErrorString(code);
+        const std::string extra = pEvaluator->ExtraErrorString();
+        if (code < 0)
+            ListWarning(message, extra);
+        else
+            ListError(message, extra);
+    }
+    return result;
+}
+
+Value Assembly::EvaluateOperand(std::string_view text, int width, Signedness signedness,
+                                bool force) {
+    const Value result = Evaluate(text);
+    if (IsEmpty(result)) return result;
+    std::optional<double> number = AsNumber(result);
+    if (!number) {
+        // A quoted string of one character stands for its code.
+        const std::string& chars = std::get<std::string>(result);
+        if (chars.size() == 1) {
+            number = static_cast<unsigned char>(chars[0]);
+        } else {
+            ListError("Value out of Range", text, force);
+            return Value{std::int32_t{0}};
+        }
+    }
+    const Range range = RangeFor(width, signedness);
+    const std::string detail = std::string(text) + " = " + NumberText(*number);
+    if (*number < range.Lowest || *number > range.Highest) ListError(range.Message, detail, force);
+    if (width != 3 && signedness == Signedness::Either && *number != std::trunc(*number))
+        ListWarning("Value Truncated to Integer", detail, force);
+    return Value{ToWidth(*number, width, signedness)};
+}
+
+} // namespace trident

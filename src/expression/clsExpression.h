@@ -1,0 +1,94 @@
+#pragma once
+
+#include "expression/AngleUnit.h"
+#include "expression/clsErrorList.h"
+#include "symbols/Value.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace trident {
+
+class clsSymbolTable;
+
+namespace expr {
+struct Token;
+}
+
+// Evaluates the text of one operand expression: numbers in four radixes,
+// character constants, quoted strings, names from the symbol table, six
+// levels of binary operators, prefix operators and built-in functions. It
+// never stops on bad input: every fault and warning goes to the error list,
+// which the caller drains with GetNextError after each evaluation.
+//
+// Settings:
+// - CaseSensitive (default true) is handed to the symbol table before each
+//   name look-up.
+// - DRG, the angle unit of the trigonometric functions, is Radians by
+//   default, the unit of deg2rad's result and of the standard library.
+// - Precedence 0 (default) orders operators by their six levels; 1 applies
+//   them strictly left to right. Any other value records "Invalid
+//   Precedence" at each evaluation and orders by levels.
+// - Precision 0 (default) and 1 keep results as computed; 2 truncates a
+//   number toward zero (warning -2 when a fraction is dropped); 3 forces it
+//   into the signed 32-bit range, truncated and wrapped around (warning -11
+//   when that changes it); 4 makes every number a double. Any other value
+//   records "Invalid Precision" and keeps the result as computed.
+class clsExpression {
+  public:
+    void SetExpression(std::string_view text) { pExpression = text; }
+    const std::string& Expression() const { return pExpression; }
+
+    // Evaluates Expression; the value is also kept as Result. Empty when the
+    // expression is malformed or uses a name without a value.
+    Value Evaluate();
+    // Sets Expression to text and evaluates it.
+    Value Evaluate(std::string_view text);
+    Value Result() const { return pResult; }
+
+    // The symbol table that names are looked up in; not owned, may be unset.
+    void SetVariables(clsSymbolTable* variables) { pVariables = variables; }
+    clsSymbolTable* Variables() const { return pVariables; }
+
+    bool CaseSensitive() const { return pCaseSensitive; }
+    void SetCaseSensitive(bool caseSensitive) { pCaseSensitive = caseSensitive; }
+    AngleUnit DRG() const { return pAngleUnit; }
+    void SetDRG(AngleUnit unit) { pAngleUnit = unit; }
+    std::int16_t Precedence() const { return pPrecedence; }
+    void SetPrecedence(std::int16_t precedence) { pPrecedence = precedence; }
+    std::int16_t Precision() const { return pPrecision; }
+    void SetPrecision(std::int16_t precision) { pPrecision = precision; }
+
+    // Literal conversions, also used by the directives outside expressions;
+    // their faults go to the same error list.
+    Value EvalNumber(std::string_view text);
+    Value SingleQuoteStrToNumber(std::string_view text);
+    std::string DoubleQuotedStringToString(std::string_view text);
+
+    // The error list.
+    static std::string ErrorString(std::int32_t code) { return clsErrorList::ErrorString(code); }
+    std::int32_t Error() const { return pErrors.Error(); }
+    std::int32_t GetNextError() { return pErrors.GetNextError(); }
+    std::string GetNextErrorStr() { return pErrors.GetNextErrorStr(); }
+    std::string ExtraErrorString() const { return pErrors.ExtraErrorString(); }
+    void ClearAllErrors() { pErrors.ClearAllErrors(); }
+    void ErrorClear() { pErrors.ErrorClear(); }
+    std::int16_t ErrorCount() const { return pErrors.ErrorCount(); }
+
+  private:
+    Value ResolveOperand(const expr::Token& token);
+    Value LookUpName(std::string_view name);
+    Value ApplyPrecision(const Value& value);
+
+    std::string pExpression;
+    Value pResult;
+    clsSymbolTable* pVariables = nullptr;
+    bool pCaseSensitive = true;
+    AngleUnit pAngleUnit = AngleUnit::Radians;
+    std::int16_t pPrecedence = 0;
+    std::int16_t pPrecision = 0;
+    clsErrorList pErrors;
+};
+
+} // namespace trident
