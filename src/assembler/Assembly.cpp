@@ -5,6 +5,8 @@
 #include "assembler/StatementHandlers.h"
 
 #include <algorithm>
+#include <cmath>
+#include <cstdio>
 #include <limits>
 #include <system_error>
 
@@ -238,6 +240,27 @@ void Assembly::EmitByte(std::uint8_t byte) {
     pState.LowestAddress = std::min(pState.LowestAddress, address);
     pState.HighestAddress = std::max(pState.HighestAddress, address);
     pState.LocationCounter = address + 1;
+}
+
+std::string Assembly::EmitValue(const Value& value, int width) {
+    const std::optional<double> number = AsNumber(value);
+    const auto whole =
+        static_cast<std::uint32_t>(static_cast<std::int64_t>(number ? std::trunc(*number) : 0.0));
+    char text[8];
+    if (width == 16) {
+        const std::uint32_t word = whole & 0xFFFFu;
+        EmitByte(static_cast<std::uint8_t>(word & 0xFFu));
+        EmitByte(static_cast<std::uint8_t>(word >> 8));
+        if (pState.Options.BigEndianCode)
+            std::snprintf(text, sizeof text, "%04X", word);
+        else
+            std::snprintf(text, sizeof text, "%02X%02X", word & 0xFFu, word >> 8);
+    } else {
+        const std::uint32_t byte = whole & 0xFFu;
+        EmitByte(static_cast<std::uint8_t>(byte));
+        std::snprintf(text, sizeof text, "%02X", byte);
+    }
+    return text;
 }
 
 void Assembly::PushExpansion(ExpansionLevel level) {

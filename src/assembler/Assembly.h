@@ -80,8 +80,10 @@ class Assembly {
     void DefineSymbol(std::string_view name, const Value& value);
     // set / defl names: redefinable at will.
     void RedefineSymbol(std::string_view name, const Value& value);
-    // Stores one byte at the location counter and advances it.
-    void EmitByte(std::uint8_t byte);
+    // The one route of every emitted byte and word (width 8 or 16) into the
+    // object image and the output writers; returns the listing text of the
+    // value (a word low byte first, or as a number with big-endian code).
+    std::string EmitValue(const Value& value, int width);
 
     int MacroDepth() const { return static_cast<int>(pExpansions.size()); }
     std::vector<ExpansionLevel>& Expansions() { return pExpansions; }
@@ -90,6 +92,7 @@ class Assembly {
 
   private:
     void ResetForAssembly();
+    void EmitByte(std::uint8_t byte);
     void StartPass(std::int16_t pass, const std::filesystem::path& source);
     void EndPass();
     void ProcessStatement();

@@ -1,5 +1,6 @@
 #include "assembler/Assembly.h"
 #include "assembler/ListingColours.h"
+#include "assembler/RunFailure.h"
 #include "support/TempSource.h"
 
 #include <gtest/gtest.h>
@@ -192,6 +193,53 @@ TEST(AssemblyIndependence, TwoRunsInOneProcessShareNothing) {
     EXPECT_TRUE(first.Symbols().VariableExists("Alpha"));
     EXPECT_FALSE(first.Symbols().VariableExists("alpha"));
     EXPECT_FALSE(second.Symbols().VariableExists("Alpha"));
+}
+
+} // namespace
+} // namespace trident
+
+namespace trident {
+namespace {
+
+TEST(EmitValue, StoresLowByteFirstAndTextFollowsTheByteOrderOption) {
+    struct Case {
+        Value In;
+        int Width;
+        bool BigEndian;
+        const char* Text;
+        std::vector<std::uint8_t> Bytes;
+    };
+    const Case cases[] = {
+        {Value{std::int32_t{0x1234}}, 16, false, "3412", {0x34, 0x12}},
+        {Value{std::int32_t{0x1234}}, 16, true, "1234", {0x34, 0x12}},
+        {Value{std::int32_t{-1}}, 8, false, "FF", {0xFF}},
+        {Value{std::int32_t{0x1FF}}, 8, false, "FF", {0xFF}},
+        {Value{-2.0}, 16, false, "FEFF", {0xFE, 0xFF}},
+        {Value{}, 16, false, "0000", {0x00, 0x00}},
+    };
+    for (const Case& c : cases) {
+        Assembly run;
+        run.Options().BigEndianCode = c.BigEndian;
+        run.State().LocationCounter = 0x100;
+        EXPECT_EQ(run.EmitValue(c.In, c.Width), c.Text);
+        const auto& image = run.State().ObjectImage;
+        EXPECT_EQ(std::vector<std::uint8_t>(image.begin() + 0x100,
+                                            image.begin() + 0x100 + c.Bytes.size()),
+                  c.Bytes);
+        EXPECT_EQ(run.State().LowestAddress, 0x100);
+        EXPECT_EQ(run.State().HighestAddress, 0x100 + static_cast<int>(c.Bytes.size()) - 1);
+        EXPECT_EQ(run.State().LocationCounter, 0x100 + static_cast<int>(c.Bytes.size()));
+    }
+}
+
+TEST(EmitValue, AnAddressPastFFFFFailsTheRun) {
+    Assembly run;
+    run.State().LocationCounter = 0xFFFF;
+    EXPECT_EQ(run.EmitValue(Value{std::int32_t{1}}, 8), "01");
+    EXPECT_THROW(run.EmitValue(Value{std::int32_t{1}}, 8), RunFailure);
+    run.State().LocationCounter = 0xFFFF;
+    EXPECT_THROW(run.EmitValue(Value{std::int32_t{1}}, 16), RunFailure)
+        << "the high byte of a word would land past FFFF";
 }
 
 } // namespace
