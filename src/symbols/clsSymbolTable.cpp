@@ -1,0 +1,302 @@
+#include "symbols/clsSymbolTable.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <utility>
+
+namespace trident {
+
+namespace {
+
+constexpr int LastSlot = clsSymbolTable::SlotCount - 1;
+
+char AsciiLower(char c) {
+    return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+std::string LowerCase(std::string_view text) {
+    std::string lower(text);
+    std::transform(lower.begin(), lower.end(), lower.begin(), AsciiLower);
+    return lower;
+}
+
+std::string FormatValue(const Value& value) {
+    if (IsEmpty(value)) return "<empty>";
+    if (const auto* text = std::get_if<std::string>(&value)) return '"' + *text + '"';
+    if (const auto* d = std::get_if<double>(&value)) {
+        char buffer[32];
+        const auto result = std::to_chars(buffer, buffer + sizeof buffer, *d);
+        return std::string(buffer, result.ptr);
+    }
+    if (const auto* i16 = std::get_if<std::int16_t>(&value)) return std::to_string(*i16);
+    return std::to_string(std::get<std::int32_t>(value));
+}
+
+} // namespace
+
+clsSymbolTable::clsSymbolTable() : pSlots(SlotCount) {
+    pSlotByName.reserve(SlotCount);
+}
+
+void clsSymbolTable::SetIndex(std::int16_t index) {
+    if (index >= 0 && index < SlotCount) pIndex = index;
+}
+
+void clsSymbolTable::SetCaseSensitive(bool caseSensitive) {
+    if (caseSensitive == pCaseSensitive) return;
+    pCaseSensitive = caseSensitive;
+    RebuildIndex();
+}
+
+std::string clsSymbolTable::NormalisedName(std::string_view name) const {
+    std::string key = pCaseSensitive ? std::string(name) : LowerCase(name);
+    // "$" alone is the location counter; anywhere else the character is
+    // only a visual separator.
+    if (key != "$") std::erase(key, '$');
+    return key;
+}
+
+int clsSymbolTable::LowestSlotWithKey(const std::string& key) const {
+    int lowest = -1;
+    if (const auto found = pSlotByName.find(key); found != pSlotByName.end()) {
+        lowest = found->second;
+    }
+    // An unused slot's name "" compares equal to any name that normalises
+    // to nothing.
+    if (key.empty() && pUsed < SlotCount && (lowest < 0 || pUsed < lowest)) lowest = pUsed;
+    return lowest;
+}
+
+int clsSymbolTable::FindSlot(std::string_view name) const {
+    const int slot = LowestSlotWithKey(NormalisedName(name));
+    // A scan compares the first unused slot before it stops there.
+    return slot <= pUsed ? slot : -1;
+}
+
+void clsSymbolTable::RebuildIndex() {
+    pSlotByName.clear();
+    pUsed = SlotCount;
+    for (int slot = 0; slot < SlotCount; ++slot) {
+        const std::string& name = pSlots[slot].Name;
+        if (name.empty()) {
+            pUsed = std::min(pUsed, slot);
+        } else {
+            // emplace keeps an existing entry, so the lowest slot wins.
+            pSlotByName.emplace(NormalisedName(name), slot);
+        }
+    }
+}
+
+void clsSymbolTable::AdvanceFirstUnused() {
+    while (pUsed < SlotCount && !pSlots[pUsed].Name.empty()) ++pUsed;
+}
+
+Value clsSymbolTable::Variable(std::string_view name) {
+    const int slot = FindSlot(name);
+    if (slot < 0) {
+        pIndex = -1;
+        return {};
+    }
+    Slot& entry = pSlots[slot];
+    if (name.starts_with("..") && entry.Pass != CurrentPass && pErrorSink) {
+        pErrorSink("Invalid forward reference", name);
+    }
+    entry.Refed = true;
+    pIndex = static_cast<std::int16_t>(slot);
+    return entry.Val;
+}
+
+void clsSymbolTable::SetVariable(std::string_view name, const Value& value) {
+    AddSymbol(name, value, 1, 13, 0, Value{}, false, -1);
+}
+
+bool clsSymbolTable::VariableExists(std::string_view name) {
+    const int slot = FindSlot(name);
+    pIndex = static_cast<std::int16_t>(slot);
+    return slot >= 0;
+}
+
+void clsSymbolTable::AddSymbol(std::string_view name, const Value& value, std::int32_t symType,
+                               std::int32_t subType1, std::int32_t subType2, const Value& tag,
+                               bool refed, std::int16_t pass) {
+    std::string key = NormalisedName(name);
+    const int existing = LowestSlotWithKey(key);
+    if (existing >= 0 && existing <= pUsed) {
+        pSlots[existing].Val = value;
+        pIndex = static_cast<std::int16_t>(existing);
+        return;
+    }
+    if (pUsed >= SlotCount) {
+        pIndex = -1;
+        return;
+    }
+    const int slot = pUsed;
+    pSlots[slot] = Slot{std::string(name), value, refed, pass, symType, subType1, subType2, tag};
+    // No scan matched, so any slot holding this key lies beyond the new one.
+    pSlotByName.insert_or_assign(std::move(key), slot);
+    AdvanceFirstUnused();
+    pIndex = static_cast<std::int16_t>(slot);
+}
+
+void clsSymbolTable::ShiftDown(int first, int last) {
+    for (int slot = first; slot < last; ++slot) {
+        Slot& to = pSlots[slot];
+        Slot& from = pSlots[slot + 1];
+        // The last source stays in place, so it is copied rather than moved.
+        if (slot + 1 < last) {
+            to.Name = std::move(from.Name);
+            to.Val = std::move(from.Val);
+        } else {
+            to.Name = from.Name;
+            to.Val = from.Val;
+        }
+        to.Refed = from.Refed;
+        to.Pass = from.Pass;
+    }
+}
+
+void clsSymbolTable::DeleteByName(std::string_view name) {
+    const int slot = LowestSlotWithKey(NormalisedName(name));
+    if (slot < 0 || slot >= LastSlot) return;
+    if (pSlots[slot + 1].Name.empty() && slot + 1 < LastSlot) {
+        ShiftDown(slot, slot + 1);
+    } else {
+        ShiftDown(slot, LastSlot);
+        pSlots[LastSlot] = Slot{};
+        pSlots[LastSlot].Pass = -1;
+    }
+    RebuildIndex();
+}
+
+void clsSymbolTable::DeleteByIndex(std::int16_t index) {
+    if (index < 0 || index >= SlotCount) return;
+    int end = index;
+    while (end < LastSlot && !pSlots[end].Name.empty()) ++end;
+    ShiftDown(index, end);
+    if (end == LastSlot) {
+        Slot& last = pSlots[LastSlot];
+        last.Val = Value{};
+        last.Name.clear();
+        last.Refed = false;
+        last.Pass = -1;
+    }
+    RebuildIndex();
+}
+
+void clsSymbolTable::DeleteAll() {
+    for (Slot& slot : pSlots) {
+        slot.Name.clear();
+        slot.Val = Value{};
+        slot.Refed = false;
+        slot.Pass = -1;
+    }
+    pSlotByName.clear();
+    pUsed = 0;
+}
+
+void clsSymbolTable::Sort() {
+    const int used = UsedCount();
+    std::vector<std::pair<std::string, int>> order;
+    order.reserve(used);
+    for (int slot = 0; slot < used; ++slot) order.emplace_back(LowerCase(pSlots[slot].Name), slot);
+    std::stable_sort(order.begin(), order.end(),
+                     [](const auto& a, const auto& b) { return a.first < b.first; });
+    std::vector<Slot> sorted;
+    sorted.reserve(used);
+    for (const auto& [key, slot] : order) sorted.push_back(std::move(pSlots[slot]));
+    std::move(sorted.begin(), sorted.end(), pSlots.begin());
+    RebuildIndex();
+}
+
+void clsSymbolTable::DebugPrintTable(const std::function<void(std::string_view line)>& trace) {
+    int last = -1;
+    for (int slot = 0; slot < SlotCount; ++slot) {
+        if (pSlots[slot].Name.empty()) continue;
+        last = slot;
+        pIndex = static_cast<std::int16_t>(slot);
+        const std::string line =
+            std::to_string(slot) + " " + Mnemonic() + " = " + FormatValue(SymVal()) +
+            " refed=" + (Refed() ? "1" : "0") + " pass=" + std::to_string(Pass()) +
+            " type=" + std::to_string(SymType()) + "/" + std::to_string(SymSubType1()) + "/" +
+            std::to_string(SymSubType2()) + " tag=" + FormatValue(SymTag());
+        if (trace) trace(line);
+    }
+    pIndex = static_cast<std::int16_t>(last);
+}
+
+std::string clsSymbolTable::Mnemonic() const {
+    return CursorValid() ? pSlots[pIndex].Name : "";
+}
+
+void clsSymbolTable::SetMnemonic(std::string_view name) {
+    if (!CursorValid() || pSlots[pIndex].Name == name) return;
+    pSlots[pIndex].Name = name;
+    RebuildIndex();
+}
+
+Value clsSymbolTable::SymVal() const {
+    return CursorValid() ? pSlots[pIndex].Val : Value{};
+}
+
+void clsSymbolTable::SetSymVal(const Value& value) {
+    if (CursorValid()) pSlots[pIndex].Val = value;
+}
+
+Value clsSymbolTable::SymTag() const {
+    return CursorValid() ? pSlots[pIndex].Tag : Value{};
+}
+
+void clsSymbolTable::SetSymTag(const Value& tag) {
+    if (CursorValid()) pSlots[pIndex].Tag = tag;
+}
+
+std::int32_t clsSymbolTable::SymType() const {
+    return CursorValid() ? pSlots[pIndex].SymType : 0;
+}
+
+void clsSymbolTable::SetSymType(std::int32_t type) {
+    if (CursorValid()) pSlots[pIndex].SymType = type;
+}
+
+std::int32_t clsSymbolTable::SymSubType1() const {
+    return CursorValid() ? pSlots[pIndex].SymSubType1 : 0;
+}
+
+void clsSymbolTable::SetSymSubType1(std::int32_t subType) {
+    if (CursorValid()) pSlots[pIndex].SymSubType1 = subType;
+}
+
+std::int32_t clsSymbolTable::SymSubType2() const {
+    return CursorValid() ? pSlots[pIndex].SymSubType2 : 0;
+}
+
+void clsSymbolTable::SetSymSubType2(std::int32_t subType) {
+    if (CursorValid()) pSlots[pIndex].SymSubType2 = subType;
+}
+
+std::int16_t clsSymbolTable::Pass() const {
+    return CursorValid() ? pSlots[pIndex].Pass : -1;
+}
+
+void clsSymbolTable::SetPass(std::int16_t pass) {
+    if (CursorValid()) pSlots[pIndex].Pass = pass;
+}
+
+bool clsSymbolTable::Refed() const {
+    return CursorValid() && pSlots[pIndex].Refed;
+}
+
+void clsSymbolTable::SetRefed(bool refed) {
+    if (CursorValid()) pSlots[pIndex].Refed = refed;
+}
+
+double clsSymbolTable::ToSigned32(double x) {
+    constexpr double TwoTo32 = 4294967296.0;
+    const double truncated = std::trunc(x);
+    double r = (truncated / TwoTo32 - std::floor(truncated / TwoTo32)) * TwoTo32;
+    if (r > 2147483647.0) r -= TwoTo32;
+    return r;
+}
+
+} // namespace trident
