@@ -1,0 +1,65 @@
+#include "output/LoaderWriter.h"
+
+#include <cmath>
+#include <cstdio>
+
+namespace trident {
+namespace {
+
+constexpr Colour CommandInk{0, 128, 0};
+constexpr Colour AddressInk{0, 0, 0};
+constexpr Colour ByteInk{0, 0, 160};
+constexpr Colour WordInk{0, 0, 255};
+
+std::string HexText(unsigned value, int digits) {
+    char text[8];
+    std::snprintf(text, sizeof text, "%0*X", digits, value);
+    return text;
+}
+
+} // namespace
+
+void LoaderWriter::Restart(std::uint16_t address) {
+    pRestart = true;
+    pAddress = address;
+}
+
+void LoaderWriter::WriteValue(const Value& value, int width) {
+    if (!pEnabled) return;
+    const std::optional<double> number = AsNumber(value);
+    const auto whole =
+        static_cast<std::uint32_t>(static_cast<std::int64_t>(number ? std::trunc(*number) : 0.0));
+    if (pRestart) OpenBlock();
+    if (width == 16) {
+        WriteByte(static_cast<std::uint8_t>(whole & 0xFF), true);
+        WriteByte(static_cast<std::uint8_t>((whole >> 8) & 0xFF), true);
+    } else {
+        WriteByte(static_cast<std::uint8_t>(whole & 0xFF), false);
+    }
+}
+
+void LoaderWriter::OpenBlock() {
+    // The sde opening starts with the "." that ends the previous entry
+    // command, so a program that begins with an org starts with a lone ".".
+    pText.Append(pStyle == LoaderStyle::Sde ? ".\r\n\r\nE" : "S", CommandInk);
+    pText.Append(HexText(pAddress, 4) + "\r\n", AddressInk);
+    pRestart = false;
+}
+
+void LoaderWriter::WriteByte(std::uint8_t byte, bool fromWord) {
+    pText.Append(HexText(byte, 2) + "\r\n", fromWord ? WordInk : ByteInk);
+    ++pAddress;
+}
+
+void LoaderWriter::Finish() {
+    if (!pEnabled) return;
+    pText.Append(pStyle == LoaderStyle::Sde ? "." : ".\r\n", CommandInk);
+}
+
+void LoaderWriter::Clear() {
+    pText.Clear();
+    pRestart = false;
+    pAddress = 0;
+}
+
+} // namespace trident

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "output/ColouredText.h"
+#include "output/LoaderStyle.h"
+#include "symbols/Value.h"
+
+#include <cstdint>
+
+namespace trident {
+
+// The program's bytes as the memory-entry commands of a resident monitor,
+// one byte a line. A block opens only where the emission address jumps (org,
+// reserved space), not at the start of the run: bytes emitted before the
+// first org get no opening command.
+class LoaderWriter {
+  public:
+    void SetEnabled(bool enabled) { pEnabled = enabled; }
+    void SetStyle(LoaderStyle style) { pStyle = style; }
+    LoaderStyle Style() const { return pStyle; }
+
+    void Restart(std::uint16_t address);
+    void WriteValue(const Value& value, int width);
+    void Finish();
+
+    const ColouredText& Text() const { return pText; }
+    void Clear();
+
+  private:
+    void WriteByte(std::uint8_t byte, bool fromWord);
+    void OpenBlock();
+
+    ColouredText pText;
+    LoaderStyle pStyle = LoaderStyle::Ddt;
+    bool pEnabled = false;
+    bool pRestart = false;
+    std::uint16_t pAddress = 0;
+};
+
+} // namespace trident

@@ -1,0 +1,96 @@
+#include "output/RecordWriter.h"
+
+#include <cmath>
+#include <cstdio>
+
+namespace trident {
+
+std::string RecordWriter::Hex2(int value) {
+    char text[4];
+    std::snprintf(text, sizeof text, "%02X", value & 0xFF);
+    return text;
+}
+
+std::string RecordWriter::Hex4(int value) {
+    char text[8];
+    std::snprintf(text, sizeof text, "%04X", value & 0xFFFF);
+    return text;
+}
+
+void RecordWriter::Restart(std::uint16_t address) {
+    pRestart = true;
+    pAddress = address;
+}
+
+void RecordWriter::WriteValue(const Value& value, int width) {
+    if (!pEnabled) return;
+    const std::optional<double> number = AsNumber(value);
+    const auto whole =
+        static_cast<std::uint32_t>(static_cast<std::int64_t>(number ? std::trunc(*number) : 0.0));
+    if (width == 16) {
+        WriteByte(static_cast<std::uint8_t>(whole & 0xFF), true);
+        WriteByte(static_cast<std::uint8_t>((whole >> 8) & 0xFF), true);
+    } else {
+        WriteByte(static_cast<std::uint8_t>(whole & 0xFF), false);
+    }
+}
+
+void RecordWriter::WriteByte(std::uint8_t byte, bool fromWord) {
+    // A record that holds no byte yet is simply moved to the new address:
+    // only the end of the output closes a record empty.
+    if (pRestart || !pOpen) {
+        if (pOpen && !pRecord.empty()) Close();
+        Open();
+    } else if (pAddress % 16 == 0 && !pRecord.empty()) {
+        Close();
+        Open();
+    }
+    pRecord.push_back({byte, fromWord});
+    ++pAddress;
+    if (pAddress % 16 == 0) {
+        Close();
+        Open();
+    }
+}
+
+void RecordWriter::Open() {
+    pOpen = true;
+    pRestart = false;
+    pRecordAddress = pAddress;
+    pRecord.clear();
+}
+
+void RecordWriter::Close() {
+    const int count = static_cast<int>(pRecord.size());
+    const int countField = CountField(count);
+    int sum = (pRecordAddress >> 8) + (pRecordAddress & 0xFF);
+    pText.Append(Mark(), MarkInk);
+    pText.Append(Hex2(countField), CountInk);
+    pText.Append(Hex4(pRecordAddress), AddressInk);
+    pText.Append(TypeField(), TypeInk);
+    for (const PendingByte& pending : pRecord) {
+        pText.Append(Hex2(pending.Byte), pending.FromWord ? WordInk : ByteInk);
+        sum += pending.Byte;
+    }
+    pText.Append(Hex2(Checksum(countField, sum)), ChecksumInk);
+    pText.Append("\r\n", AddressInk);
+    pOpen = false;
+    pRecord.clear();
+}
+
+void RecordWriter::Finish(std::uint16_t startAddress) {
+    if (!pEnabled) return;
+    if (!pOpen) Open();
+    Close();
+    WriteEndRecord(startAddress);
+}
+
+void RecordWriter::Clear() {
+    pText.Clear();
+    pRestart = true;
+    pOpen = false;
+    pAddress = 0;
+    pRecord.clear();
+}
+
+} // namespace trident
