@@ -1,0 +1,50 @@
+#pragma once
+
+#include "assembler/SourcePosition.h"
+#include "output/ColouredText.h"
+#include "symbols/Value.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace trident {
+
+// What the end of a listed pass appends to the listing: statistics, the
+// symbol table with its cross-reference, and the macro table.
+namespace ListingReports {
+
+struct Statistics {
+    std::int32_t LinesReadFromFile = 0;
+    std::int32_t IncludedLines = 0;
+    std::int32_t ExpandedMacroLines = 0;
+    std::int32_t MaclibLinesRead = 0;
+    std::int32_t Statements = 0;
+    std::int32_t ResolvingPasses = 0;
+    std::int32_t Errors = 0;
+    std::int32_t Warnings = 0;
+    std::int32_t LowestAddress = 65535;
+    std::int32_t HighestAddress = 0;
+};
+
+struct SymbolRow {
+    std::string Name;
+    Value Val;
+    std::string Kind;
+    SourcePosition DefinedAt; // empty File for symbols the source did not define
+    std::vector<SourcePosition> References;
+};
+
+struct MacroRow {
+    std::string Name;
+    std::string Body;
+};
+
+// `symbols` are expected sorted by name; `mainFile` is the source file, whose
+// name the cross-reference leaves out for brevity.
+void Append(ColouredText& listing, const Statistics& statistics,
+            const std::vector<SymbolRow>& symbols, const std::vector<MacroRow>& macros,
+            const std::string& mainFile);
+
+} // namespace ListingReports
+} // namespace trident
