@@ -3,6 +3,7 @@
 #include "assembler/LineScanner.h"
 #include "assembler/RunFailure.h"
 #include "assembler/StatementHandlers.h"
+#include "encoder/OpcodeTableError.h"
 
 #include <algorithm>
 #include <cmath>
@@ -25,7 +26,7 @@ Assembly::Outcome Assembly::Assemble(const std::filesystem::path& source) {
     std::error_code error;
     if (source.empty() || !std::filesystem::exists(source, error)) return Outcome::NoSource;
 
-    ResetForAssembly();
+    if (!ResetForAssembly()) return Outcome::Failed;
     try {
         std::int16_t pass = 1;
         bool another = RunPass(pass, source);
@@ -46,16 +47,35 @@ Assembly::Outcome Assembly::Assemble(const std::filesystem::path& source) {
     return Outcome::Completed;
 }
 
-void Assembly::ResetForAssembly() {
+bool Assembly::ResetForAssembly() {
     const RunOptions options = pState.Options;
     pState = RunState{};
     pState.Options = options;
     pListing.Clear();
     pSymbols = std::make_unique<clsSymbolTable>();
     pSymbols->SetCaseSensitive(options.CaseSensitiveSymbols);
+    // The evaluator of the previous assembly looked its names up in the
+    // table just replaced.
+    pEvaluator = std::make_unique<clsExpression>();
+    pEvaluator->SetVariables(pSymbols.get());
     pSymbols->SetErrorSink(
         [this](std::string_view message, std::string_view detail) { ListError(message, detail); });
     pFailureMessage.clear();
+    return LoadOpcodeTable();
+}
+
+bool Assembly::LoadOpcodeTable() {
+    pOpcodes.Clear();
+    // No table configured: every operation word stays unknown to the encoder.
+    if (pState.Options.OpcodeTableFile.empty()) return true;
+    try {
+        pOpcodes.LoadOpcodeTable(pState.Options.OpcodeTableFile);
+    } catch (const OpcodeTableError& error) {
+        pFailureMessage = error.Message();
+        pFrontEnd.ShowMessage(pFailureMessage);
+        return false;
+    }
+    return true;
 }
 
 bool Assembly::RunPass(std::int16_t pass, const std::filesystem::path& source) {

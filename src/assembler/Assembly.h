@@ -1,5 +1,6 @@
 #pragma once
 
+#include "assembler/ConditionalStack.h"
 #include "assembler/FrontEnd.h"
 #include "assembler/Listing.h"
 #include "assembler/RunState.h"
@@ -8,6 +9,7 @@
 #include "assembler/SourceStatement.h"
 #include "assembler/Statement.h"
 #include "assembler/StatementHandler.h"
+#include "encoder/OpcodeTable.h"
 #include "expression/clsExpression.h"
 #include "macros/ExpansionLevel.h"
 #include "symbols/Value.h"
@@ -60,6 +62,10 @@ class Assembly {
     RunState& State() { return pState; }
     const Listing& GetListing() const { return pListing; }
     clsSymbolTable& Symbols() { return *pSymbols; }
+    // The instruction set, read from Options().OpcodeTableFile at every Assemble.
+    const OpcodeTable& Opcodes() const { return pOpcodes; }
+    // The open conditional levels; they keep State().Skipping up to date.
+    ConditionalStack& Conditionals() { return pConditionals; }
     // Why the run failed as a whole (Outcome::Failed), with the source line.
     const std::string& FailureMessage() const { return pFailureMessage; }
     FrontEnd& Front() { return pFrontEnd; }
@@ -91,7 +97,9 @@ class Assembly {
     const SourcePosition& CurrentPosition() const { return pStatement.Where; }
 
   private:
-    void ResetForAssembly();
+    // False when the opcode table could not be read: the assembly cannot start.
+    bool ResetForAssembly();
+    bool LoadOpcodeTable();
     void EmitByte(std::uint8_t byte);
     void StartPass(std::int16_t pass, const std::filesystem::path& source);
     void EndPass();
@@ -109,9 +117,11 @@ class Assembly {
     FrontEnd pSilentFrontEnd;
     FrontEnd& pFrontEnd;
     RunState pState;
+    ConditionalStack pConditionals{pState.Skipping};
     Listing pListing;
     std::unique_ptr<clsSymbolTable> pSymbols;
     std::unique_ptr<clsExpression> pEvaluator;
+    OpcodeTable pOpcodes;
     std::vector<std::unique_ptr<StatementHandler>> pHandlers;
 
     std::optional<SourceFile> pMainFile;

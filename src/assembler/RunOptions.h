@@ -21,6 +21,10 @@ struct RunOptions {
     bool Z180 = false;
     std::string IncludeDirectory;
     std::string MaclibDirectory;
+    // The opcode table file read at the start of every assembly. Empty means
+    // no table is configured: nothing is loaded, nothing fails, and every
+    // operation word is unknown to the instruction encoder.
+    std::string OpcodeTableFile;
 };
 
 } // namespace trident

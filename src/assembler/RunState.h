@@ -42,6 +42,10 @@ struct RunState {
     std::int32_t TotalLines = 0;
     std::int32_t IncludeDepth = 0;
     bool MaclibOpen = false;
+    // An instruction of the Z80 (Z180) opcode table rows was met in this
+    // assembly.
+    bool Z80Used = false;
+    bool Z180Used = false;
 
     RunOptions Options;
 };
