@@ -14,10 +14,16 @@ namespace {
 class BatchFrontEnd : public FrontEnd {
   public:
     explicit BatchFrontEnd(std::ostream& err) : pErr(err) {}
-    void ShowMessage(std::string_view text) override { pErr << text << '\n'; }
+    void ShowMessage(std::string_view text) override {
+        pErr << text << '\n';
+        pShown = text;
+    }
+    // The last message already shown, so that it is not printed twice.
+    const std::string& Shown() const { return pShown; }
 
   private:
     std::ostream& pErr;
+    std::string pShown;
 };
 
 void PrintDiagnostics(const Assembly& run, std::ostream& err) {
@@ -54,7 +60,7 @@ ExitStatus RunBatch(const BatchOptions& options, std::ostream& out, std::ostream
 
     PrintDiagnostics(run, err);
     bool failed = outcome == Assembly::Outcome::Failed || outcome == Assembly::Outcome::NoSource;
-    if (outcome == Assembly::Outcome::Failed)
+    if (outcome == Assembly::Outcome::Failed && run.FailureMessage() != frontEnd.Shown())
         err << "assembly failed: " << run.FailureMessage() << '\n';
 
     if (!options.ListingFile.empty()) {

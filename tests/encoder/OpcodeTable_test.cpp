@@ -1,0 +1,221 @@
+#include "encoder/EncoderRun.h"
+#include "encoder/OpcodeTable.h"
+#include "encoder/OpcodeTableError.h"
+#include "encoder/OperandClass.h"
+
+#include <cerrno>
+#include <gtest/gtest.h>
+
+namespace trident {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+TEST(OperandClassCode, KeepsTheCrossingAndIgnoresCase) {
+    EXPECT_EQ(OperandClassCode("regdata"), OperandClass::RegData);
+    EXPECT_EQ(static_cast<int>(OperandClassCode("REGDATA")), 23);
+    EXPECT_EQ(static_cast<int>(OperandClassCode("RegOrMemData")), 22);
+    EXPECT_EQ(static_cast<int>(OperandClassCode("regport")), 28);
+    for (const char* unknown : {"", "register", "rp4", " data"})
+        EXPECT_EQ(OperandClassCode(unknown), OperandClass::None) << unknown;
+}
+
+TEST(OpcodeTableRows, ReadsTheSixFields) {
+    OpcodeTable table;
+    table.ReadRows("bit,64,2,numberregormems,203,z80\n");
+    ASSERT_EQ(table.Count(), 1);
+    const OpcodeRow& row = table.Row(0);
+    EXPECT_EQ(row.Mnemonic, "bit");
+    EXPECT_EQ(row.Opcode, 64);
+    EXPECT_EQ(row.Spare, 2);
+    EXPECT_EQ(row.Class, OperandClass::NumberRegOrMemS);
+    EXPECT_EQ(row.PrefixByte(), std::optional<std::uint8_t>(203));
+    EXPECT_EQ(row.Cpu, "z80");
+}
+
+struct LayoutCase {
+    std::string Name;
+    std::string Text;
+    Texts Mnemonics;
+};
+
+class OpcodeTableLayoutTest : public ::testing::TestWithParam<LayoutCase> {};
+
+TEST_P(OpcodeTableLayoutTest, ReadsFieldsAcrossLineEndsAndQuotes) {
+    OpcodeTable table;
+    table.ReadRows(GetParam().Text);
+    Texts mnemonics;
+    for (std::int16_t i = 0; i < table.Count(); ++i) mnemonics.push_back(table.Row(i).Mnemonic);
+    EXPECT_EQ(mnemonics, GetParam().Mnemonics);
+}
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Layouts, OpcodeTableLayoutTest, ::testing::Values(
+    LayoutCase{"Empty", "", {}},
+    LayoutCase{"OnlyBlankLines", "\n  \r\n\n", {}},
+    LayoutCase{"NoFinalLineEnd", "nop,0,1,blank,NO,8080", {"nop"}},
+    LayoutCase{"CrLf", "nop,0,1,blank,NO,8080\r\nhlt,118,1,blank,NO,8080\r\n", {"nop", "hlt"}},
+    LayoutCase{"BlankLinesBetweenRows", "nop,0,1,blank,NO,8080\n\n\nhlt,118,1,blank,NO,8080\n\n", {"nop", "hlt"}},
+    LayoutCase{"TwoRowsOnALine", "nop,0,1,blank,NO,8080,hlt,118,1,blank,NO,8080", {"nop", "hlt"}},
+    LayoutCase{"RowOverLines", "nop\n0\n1\nblank\nNO\n8080\n", {"nop"}},
+    LayoutCase{"BlanksAroundFields", "  nop ,\t0 , 1 , blank , NO , 8080  \n", {"nop"}},
+    LayoutCase{"QuotedFields", "\"a, b\",\"0\",1,\"blank\",\"NO\",\"8080\"\n", {"a, b"}}),
+    [](const auto& info) { return info.param.Name; });
+// clang-format on
+
+TEST(OpcodeTableRows, KeepsTheFirst257RowsOnly) {
+    std::string text;
+    for (int i = 0; i < 300; ++i) text += "op" + std::to_string(i) + ",0,1,blank,NO,8080\n";
+    text += "bad,999,x\n"; // never read
+    OpcodeTable table;
+    table.ReadRows(text);
+    RunState state;
+    EXPECT_EQ(table.Count(), 257);
+    EXPECT_EQ(table.FindMnemonic("op256", state), 256);
+    EXPECT_EQ(table.FindMnemonic("op257", state), -1);
+}
+
+// Only a whole number that fits 16 bits is a prefix byte.
+TEST(OpcodeTableRows, KnowsWhatIsAPrefixByte) {
+    const std::vector<std::pair<std::string, std::optional<std::uint8_t>>> fields{
+        {"NO", {}},      {"", {}},     {"237", 0xED}, {"\"221\"", 0xDD},
+        {"32767", 0xFF}, {"-3", 0xFD}, {"70000", {}}, {"2.5", {}}};
+    for (const auto& [field, byte] : fields) {
+        OpcodeTable table;
+        table.ReadRows("neg,68,2,blank," + field + ",z80\n");
+        EXPECT_EQ(table.Row(0).PrefixByte(), byte) << field;
+    }
+}
+
+TEST(OpcodeTableRows, FindsTheFirstRowOfAMnemonicWithoutRegardToCase) {
+    OpcodeTable table;
+    table.ReadRows("mov,64,1,memregmem,NO,8080\nMOV,1,1,blank,NO,8080\n");
+    RunState state;
+    for (const char* word : {"mov", "Mov", "MOV"}) EXPECT_EQ(table.FindMnemonic(word, state), 0);
+    EXPECT_EQ(table.FindMnemonic("mvi", state), -1);
+    EXPECT_EQ(table.FindMnemonic("", state), -1);
+}
+
+// The usage flags take the cpu field exactly as written.
+TEST(OpcodeTableRows, MarksTheProcessorOfTheRowFound) {
+    const std::vector<std::tuple<std::string, bool, bool>> cpus{{"8080", false, false},
+                                                                {"z80", true, false},
+                                                                {"Z80", false, false},
+                                                                {"z180", false, true},
+                                                                {"Z180", false, false}};
+    for (const auto& [cpu, z80, z180] : cpus) {
+        OpcodeTable table;
+        table.ReadRows("op,0,1,blank,NO," + cpu + "\n");
+        RunState state;
+        table.FindMnemonic("OP", state);
+        EXPECT_EQ(state.Z80Used, z80) << cpu;
+        EXPECT_EQ(state.Z180Used, z180) << cpu;
+    }
+}
+
+struct FaultCase {
+    std::string Name;
+    std::string Text;
+    int Number;
+    std::string Description;
+};
+
+class OpcodeTableFaultTest : public ::testing::TestWithParam<FaultCase> {};
+
+TEST_P(OpcodeTableFaultTest, StopsTheLoadAndKeepsTheOldRows) {
+    OpcodeTable table;
+    table.ReadRows("nop,0,1,blank,NO,8080\n");
+    try {
+        table.ReadRows(GetParam().Text);
+        FAIL() << "no error";
+    } catch (const OpcodeTableError& error) {
+        EXPECT_EQ(error.Number(), GetParam().Number);
+        EXPECT_EQ(error.Component(), "OpcodeTable");
+        EXPECT_EQ(error.Description(), GetParam().Description);
+    }
+    EXPECT_EQ(table.Count(), 1);
+}
+
+constexpr int NotANumber = OpcodeTableError::NotANumber;
+constexpr int OutOfRange = OpcodeTableError::OutOfRange;
+constexpr int CutShort = OpcodeTableError::RowCutShort;
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Texts, OpcodeTableFaultTest, ::testing::Values(
+    FaultCase{"OpcodeNotANumber", "nop,x,1,blank,NO,8080", NotANumber, "Type mismatch: the opcode field of row 1 (\"x\") is not a whole number"},
+    FaultCase{"OpcodeFraction", "nop,1.5,1,blank,NO,8080", NotANumber, "Type mismatch: the opcode field of row 1 (\"1.5\") is not a whole number"},
+    FaultCase{"OpcodeTooLarge", "a,0,1,blank,NO,8080\nnop,256,1,blank,NO,8080", OutOfRange, "Overflow: the opcode field of row 2 (256) is out of range"},
+    FaultCase{"OpcodeNegative", "nop,-1,1,blank,NO,8080", OutOfRange, "Overflow: the opcode field of row 1 (-1) is out of range"},
+    FaultCase{"SpareTooLarge", "nop,0,32768,blank,NO,8080", OutOfRange, "Overflow: the spare field of row 1 (32768) is out of range"},
+    FaultCase{"SpareEmpty", "nop,0,,blank,NO,8080", NotANumber, "Type mismatch: the spare field of row 1 (\"\") is not a whole number"},
+    FaultCase{"RowCutShort", "nop,0,1,blank", CutShort, "Input past end of file: row 1 ends before its prefix field"},
+    FaultCase{"LastRowCutShort", "nop,0,1,blank,NO,8080\nret,201\n", CutShort, "Input past end of file: row 2 ends before its spare field"}),
+    [](const auto& info) { return info.param.Name; });
+// clang-format on
+
+TEST(OpcodeTableFile, MissingFileCarriesTheSystemError) {
+    testing::TempDir dir;
+    OpcodeTable table;
+    try {
+        table.LoadOpcodeTable(dir.Path() / "OpTable.def");
+        FAIL() << "no error";
+    } catch (const OpcodeTableError& error) {
+        EXPECT_EQ(error.Number(), ENOENT);
+        EXPECT_EQ(error.Component(), "the file system");
+        EXPECT_NE(error.Description().find("OpTable.def"), std::string::npos);
+    }
+}
+
+TEST(OpcodeTableFile, EveryShippedRowHasAKnownClass) {
+    OpcodeTable table;
+    table.LoadOpcodeTable(TRIDENT_BIN_DIR "/OpTable.def");
+    EXPECT_EQ(table.Count(), 158);
+    for (std::int16_t i = 0; i < table.Count(); ++i)
+        EXPECT_NE(table.Row(i).Class, OperandClass::None) << table.Row(i).Mnemonic;
+}
+
+// --- The table in an assembly -------------------------------------------------------
+
+struct MessageRecorder : FrontEnd {
+    void ShowMessage(std::string_view text) override { Messages.emplace_back(text); }
+    void ShowPass(int pass) override { Passes.push_back(pass); }
+    Texts Messages;
+    std::vector<int> Passes;
+};
+
+TEST(OpcodeTableInAssembly, UnreadableTableStopsTheAssemblyBeforeItStarts) {
+    testing::TempDir dir;
+    MessageRecorder frontEnd;
+    Assembly run(&frontEnd);
+    run.Options().OpcodeTableFile = dir.Write("OpTable.def", "nop,zero,1,blank,NO,8080\n").string();
+    EXPECT_EQ(run.Assemble(dir.Write("prog.asm", " nop\n")), Assembly::Outcome::Failed);
+    EXPECT_TRUE(frontEnd.Passes.empty());
+    EXPECT_EQ(frontEnd.Messages, Texts{run.FailureMessage()});
+    EXPECT_EQ(run.FailureMessage(), "\nUnable to read OpTable.Def to initialize Assembler Error "
+                                    "#1002 was generated by OpcodeTable\nType mismatch: the "
+                                    "opcode field of row 1 (\"zero\") is not a whole number");
+}
+
+TEST(OpcodeTableInAssembly, WithoutRowsNoInstructionIsKnown) {
+    testing::TempDir dir;
+    testing::SourceRun unconfigured;
+    testing::EncoderRun empty(dir.Write("OpTable.def", "").string());
+    for (testing::SourceRun* run : {&unconfigured, static_cast<testing::SourceRun*>(&empty)}) {
+        EXPECT_EQ(run->Assemble(" nop\n"), Assembly::Outcome::Completed);
+        EXPECT_EQ(run->DiagnosticTexts(), Texts{"Invalid Directive, Operation or Macro ~ nop"});
+    }
+}
+
+TEST(OpcodeTableInAssembly, AnEditedTableTakesEffectAtTheNextAssembly) {
+    testing::TempDir dir;
+    const auto table = dir.Write("OpTable.def", "nop,0,1,blank,NO,8080\nnop,1,1,blank,NO,8080\n");
+    testing::EncoderRun run(table.string());
+    run.Assemble(" NOP\n");
+    EXPECT_EQ(run.Bytes(), "00");
+    dir.Write("OpTable.def", "nop,118,1,blank,NO,8080\n");
+    run.Assemble(" nop\n");
+    EXPECT_EQ(run.Bytes(), "76");
+}
+
+} // namespace
+} // namespace trident
