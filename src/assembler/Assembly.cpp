@@ -16,7 +16,7 @@ namespace trident {
 Assembly::Assembly(FrontEnd* frontEnd)
     : pFrontEnd(frontEnd ? *frontEnd : pSilentFrontEnd), pListing(pState, pFrontEnd),
       pSymbols(std::make_unique<clsSymbolTable>()), pEvaluator(std::make_unique<clsExpression>()),
-      pHandlers(MakeStatementHandlers()) {
+      pMacros(std::make_unique<clsMacroTable>()), pHandlers(MakeStatementHandlers()) {
     pEvaluator->SetVariables(pSymbols.get());
 }
 
@@ -60,6 +60,10 @@ bool Assembly::ResetForAssembly() {
     pEvaluator->SetVariables(pSymbols.get());
     pSymbols->SetErrorSink(
         [this](std::string_view message, std::string_view detail) { ListError(message, detail); });
+    pSymbols->SetReferenceSink([this](int slot) { RecordReference(slot); });
+    pOrigins.clear();
+    pMacros = std::make_unique<clsMacroTable>();
+    pOutputs.Clear();
     pFailureMessage.clear();
     return LoadOpcodeTable();
 }
@@ -119,6 +123,8 @@ void Assembly::StartPass(std::int16_t pass, const std::filesystem::path& source)
         pState.HighestPass = std::max<std::int32_t>(pState.HighestPass, pass);
     }
     pState.ListingOn = true;
+    pOutputs.SetLoaderStyle(pState.Options.Loader);
+    pOutputs.StartPass(pass == 0);
     pLineStatements.clear();
     pNextStatement = 0;
     for (auto& handler : pHandlers) handler->StartPass(*this);
@@ -128,6 +134,7 @@ void Assembly::StartPass(std::int16_t pass, const std::filesystem::path& source)
 }
 
 void Assembly::EndPass() {
+    if (!pState.TerminalStop) FinishOutputs();
     pMainFile.reset();
     pIncludeFiles.clear();
     pMaclib.reset();
@@ -266,6 +273,7 @@ std::string Assembly::EmitValue(const Value& value, int width) {
     const std::optional<double> number = AsNumber(value);
     const auto whole =
         static_cast<std::uint32_t>(static_cast<std::int64_t>(number ? std::trunc(*number) : 0.0));
+    pOutputs.WriteValue(value, width);
     char text[8];
     if (width == 16) {
         const std::uint32_t word = whole & 0xFFFFu;

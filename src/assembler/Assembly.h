@@ -3,6 +3,7 @@
 #include "assembler/ConditionalStack.h"
 #include "assembler/FrontEnd.h"
 #include "assembler/Listing.h"
+#include "assembler/ListingReports.h"
 #include "assembler/RunState.h"
 #include "assembler/Signedness.h"
 #include "assembler/SourceFile.h"
@@ -12,6 +13,8 @@
 #include "encoder/OpcodeTable.h"
 #include "expression/clsExpression.h"
 #include "macros/ExpansionLevel.h"
+#include "macros/clsMacroTable.h"
+#include "output/ObjectOutputs.h"
 #include "symbols/Value.h"
 #include "symbols/clsSymbolTable.h"
 
@@ -69,6 +72,15 @@ class Assembly {
     // Why the run failed as a whole (Outcome::Failed), with the source line.
     const std::string& FailureMessage() const { return pFailureMessage; }
     FrontEnd& Front() { return pFrontEnd; }
+    // Intel HEX, S-record and loader texts of the final pass.
+    const ObjectOutputs& Outputs() const { return pOutputs; }
+    // The object image from the lowest to the highest used address, gaps as
+    // zero bytes; empty when nothing was emitted.
+    std::string BinaryImage() const;
+    // Every symbol with its value, kind, definition and references, sorted
+    // by name (the location counter "$" left out).
+    std::vector<ListingReports::SymbolRow> SymbolReport();
+    clsMacroTable& Macros() { return *pMacros; }
 
     // --- Services for the statement handlers -------------------------------
     void ListError(std::string_view message, std::string_view detail, bool force = false);
@@ -82,10 +94,14 @@ class Assembly {
     clsExpression& Evaluator() { return *pEvaluator; }
     // Ends the pass and the assembly: the value needed now is not resolved.
     void TerminalStop(std::string_view detail);
-    // Labels and equ names: defined once, duplicates reported in the final pass.
-    void DefineSymbol(std::string_view name, const Value& value);
+    // Labels and equ names: defined once, duplicates reported in the final
+    // pass. `kind` names the definition in the symbol report.
+    void DefineSymbol(std::string_view name, const Value& value, std::string_view kind = "label");
     // set / defl names: redefinable at will.
     void RedefineSymbol(std::string_view name, const Value& value);
+    // The emission address jumped (org, reserved space): every output
+    // format starts a new record there.
+    void RestartOutputRecords(std::uint16_t address) { pOutputs.Restart(address); }
     // The one route of every emitted byte and word (width 8 or 16) into the
     // object image and the output writers; returns the listing text of the
     // value (a word low byte first, or as a number with big-endian code).
@@ -113,6 +129,9 @@ class Assembly {
     void Dispatch(Statement& statement);
     void RecomputeListThisLine();
     std::string DescribeFailure(const std::string& what) const;
+    void FinishOutputs();
+    void RecordReference(int slot);
+    void RecordDefinition(std::string_view kind);
 
     FrontEnd pSilentFrontEnd;
     FrontEnd& pFrontEnd;
@@ -122,6 +141,16 @@ class Assembly {
     std::unique_ptr<clsSymbolTable> pSymbols;
     std::unique_ptr<clsExpression> pEvaluator;
     OpcodeTable pOpcodes;
+    std::unique_ptr<clsMacroTable> pMacros;
+    ObjectOutputs pOutputs;
+    // Per symbol slot: how and where the final pass defined it and which
+    // statements referred to it.
+    struct SymbolOrigin {
+        std::string Kind;
+        SourcePosition DefinedAt;
+        std::vector<SourcePosition> References;
+    };
+    std::vector<SymbolOrigin> pOrigins;
     std::vector<std::unique_ptr<StatementHandler>> pHandlers;
 
     std::optional<SourceFile> pMainFile;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "output/LoaderStyle.h"
+
 #include <string>
 
 namespace trident {
@@ -19,6 +21,8 @@ struct RunOptions {
     // processor's instructions are off.
     bool Z80 = false;
     bool Z180 = false;
+    // The monitor dialect of the loader text.
+    LoaderStyle Loader = LoaderStyle::Ddt;
     std::string IncludeDirectory;
     std::string MaclibDirectory;
     // The opcode table file read at the start of every assembly. Empty means

@@ -30,6 +30,8 @@ struct RunState {
     std::int32_t LocationCounter = 0;
     std::int32_t LineAddress = 0;
     std::array<std::uint8_t, ImageSize> ObjectImage{};
+    // The program's start address, from the operand of end.
+    std::uint16_t StartAddress = 0;
     std::int32_t LowestAddress = NothingEmitted;
     std::int32_t HighestAddress = 0;
 

@@ -11,7 +11,7 @@ bool IsRedefinableLocal(std::string_view name) {
 
 } // namespace
 
-void Assembly::DefineSymbol(std::string_view name, const Value& value) {
+void Assembly::DefineSymbol(std::string_view name, const Value& value, std::string_view kind) {
     if (name.empty()) {
         ListError("Attempt to define NULL symbol name", "");
         return;
@@ -21,13 +21,16 @@ void Assembly::DefineSymbol(std::string_view name, const Value& value) {
         if (IsRedefinableLocal(name)) {
             symbols.SetVariable(name, value);
             symbols.SetPass(pState.CurrentPass);
+            RecordDefinition(kind);
         } else if (pState.CurrentPass == 0) {
             // The final pass meets every definition once more: the first one
             // claims the name for this pass, a second one is the duplicate.
             if (symbols.Pass() == 0)
                 ListError("Symbol Already Defined", name);
-            else
+            else {
                 symbols.SetPass(0);
+                RecordDefinition(kind);
+            }
         }
         // In a resolving pass an existing label keeps the value it was
         // created with.
@@ -42,6 +45,7 @@ void Assembly::DefineSymbol(std::string_view name, const Value& value) {
         throw RunFailure("symbol table full: more than " +
                          std::to_string(clsSymbolTable::SlotCount) + " symbols");
     symbols.SetPass(pState.CurrentPass);
+    RecordDefinition(kind);
     pState.AnotherPassNeeded = true;
 }
 
@@ -53,6 +57,7 @@ void Assembly::RedefineSymbol(std::string_view name, const Value& value) {
         throw RunFailure("symbol table full: more than " +
                          std::to_string(clsSymbolTable::SlotCount) + " symbols");
     symbols.SetPass(pState.CurrentPass);
+    RecordDefinition("set");
 }
 
 } // namespace trident

@@ -83,7 +83,7 @@ void SymbolDirectives::Equate(Assembly& run, Statement& statement) {
     }
     OperandReader(run, statement).CheckOperandCount(1);
     const Value value = run.Evaluate(FirstOperand(statement));
-    run.DefineSymbol(statement.Label, value);
+    run.DefineSymbol(statement.Label, value, "equ");
     ShowInValueColumn(statement, value);
 }
 

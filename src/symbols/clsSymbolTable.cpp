@@ -104,6 +104,7 @@ Value clsSymbolTable::Variable(std::string_view name) {
     }
     entry.Refed = true;
     pIndex = static_cast<std::int16_t>(slot);
+    if (pReferenceSink) pReferenceSink(slot);
     return entry.Val;
 }
 

@@ -27,6 +27,9 @@ class clsSymbolTable {
     clsSymbolTable();
 
     void SetErrorSink(ErrorSink sink) { pErrorSink = std::move(sink); }
+    // Told the slot of every successful look-up by name (for cross-references).
+    using ReferenceSink = std::function<void(int slot)>;
+    void SetReferenceSink(ReferenceSink sink) { pReferenceSink = std::move(sink); }
 
     std::int16_t CurrentPass = 0;
 
@@ -114,6 +117,7 @@ class clsSymbolTable {
     std::int16_t pIndex = -1;
     bool pCaseSensitive = true;
     ErrorSink pErrorSink;
+    ReferenceSink pReferenceSink;
 };
 
 } // namespace trident

@@ -1,6 +1,7 @@
 #include "assembler/Assembly.h"
 #include "assembler/ListingColours.h"
 #include "assembler/RunFailure.h"
+#include "support/ListingBody.h"
 #include "support/TempSource.h"
 
 #include <gtest/gtest.h>
@@ -35,7 +36,9 @@ class AssemblyTest : public ::testing::Test {
         source = dir.Write("prog.asm", text);
         return run.Assemble(source);
     }
-    const std::string& ListingText() const { return run.GetListing().Text().Text(); }
+    std::string ListingText() const {
+        return testing::StatementLines(run.GetListing().Text().Text());
+    }
 
     testing::TempDir dir;
     RecordingFrontEnd frontEnd;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "assembler/Assembly.h"
+#include "support/ListingBody.h"
 #include "support/TempSource.h"
 
 #include <optional>
@@ -35,7 +36,9 @@ class SourceRun {
     }
     bool Defined(std::string_view name) { return pRun.Symbols().VariableExists(name); }
 
-    const std::string& ListingText() const { return pRun.GetListing().Text().Text(); }
+    std::string ListingText() const {
+        return testing::StatementLines(pRun.GetListing().Text().Text());
+    }
     const std::vector<Diagnostic>& Diagnostics() const { return pRun.GetListing().Diagnostics(); }
     // "message ~ detail" of every diagnostic, in order.
     std::vector<std::string> DiagnosticTexts() const {

@@ -1,3 +1,4 @@
+#include "support/ListingBody.h"
 #include "support/RunTool.h"
 #include "support/TempSource.h"
 
@@ -21,7 +22,8 @@ TEST_F(BatchToolTest, CleanSourceExitsZeroAndWritesTheListing) {
     EXPECT_EQ(result.Exit, 0);
     EXPECT_EQ(result.Out, "0 errors, 0 warnings\n");
     EXPECT_EQ(result.Err, "");
-    EXPECT_EQ(testing::ReadWholeFile(listing), "0000\t\tstart\t\t\t; go\t\r\n");
+    EXPECT_EQ(testing::StatementLines(testing::ReadWholeFile(listing)),
+              "0000\t\tstart\t\t\t; go\t\r\n");
 }
 
 TEST_F(BatchToolTest, ErrorsGoToStandardErrorWithFileAndLine) {

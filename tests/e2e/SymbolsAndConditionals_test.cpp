@@ -1,3 +1,4 @@
+#include "support/ListingBody.h"
 #include "support/RunTool.h"
 #include "support/TempSource.h"
 
@@ -20,11 +21,12 @@ TEST(SymbolsAndConditionalsTool, ValueColumnAndDuplicateSymbol) {
     EXPECT_EQ(result.Exit, 1);
     EXPECT_EQ(result.Err, source.string() + ":3: error: Symbol Already Defined ~ size\n");
     EXPECT_EQ(result.Out, "1 errors, 0 warnings\n");
-    EXPECT_EQ(testing::ReadWholeFile(listing), "0000\t0010  \tsize\tequ\t10h\t\t\r\n"
-                                               "0000\t0001  \t\tif\tsize-15\t\t\r\n"
-                                               "~Symbol Already Defined ~ size\r\n"
-                                               "0000\t0020  \tsize\tequ\t20h\t\t\r\n"
-                                               "0000\t\t\tendif\t\t\t\r\n");
+    EXPECT_EQ(testing::StatementLines(testing::ReadWholeFile(listing)),
+              "0000\t0010  \tsize\tequ\t10h\t\t\r\n"
+              "0000\t0001  \t\tif\tsize-15\t\t\r\n"
+              "~Symbol Already Defined ~ size\r\n"
+              "0000\t0020  \tsize\tequ\t20h\t\t\r\n"
+              "0000\t\t\tendif\t\t\t\r\n");
 }
 
 } // namespace

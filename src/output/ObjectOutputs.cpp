@@ -1,0 +1,37 @@
+#include "output/ObjectOutputs.h"
+
+namespace trident {
+
+void ObjectOutputs::StartPass(bool finalPass) {
+    pSrec.SetEnabled(finalPass);
+    pHex.SetEnabled(finalPass);
+    pLoader.SetEnabled(finalPass);
+    pSrec.Restart(0);
+    pHex.Restart(0);
+}
+
+void ObjectOutputs::Restart(std::uint16_t address) {
+    pSrec.Restart(address);
+    pHex.Restart(address);
+    pLoader.Restart(address);
+}
+
+void ObjectOutputs::WriteValue(const Value& value, int width) {
+    pSrec.WriteValue(value, width);
+    pHex.WriteValue(value, width);
+    pLoader.WriteValue(value, width);
+}
+
+void ObjectOutputs::Finish(std::uint16_t startAddress) {
+    pSrec.Finish(startAddress);
+    pHex.Finish(startAddress);
+    pLoader.Finish();
+}
+
+void ObjectOutputs::Clear() {
+    pSrec.Clear();
+    pHex.Clear();
+    pLoader.Clear();
+}
+
+} // namespace trident

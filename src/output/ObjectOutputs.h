@@ -1,0 +1,37 @@
+#pragma once
+
+#include "output/IntelHexWriter.h"
+#include "output/LoaderWriter.h"
+#include "output/SrecWriter.h"
+
+#include <cstdint>
+
+namespace trident {
+
+// The three object texts built while the final pass emits bytes: Motorola
+// S-records, Intel HEX and the monitor loader text, fed in that order.
+class ObjectOutputs {
+  public:
+    // Only the final pass writes. The record formats start a new record at
+    // address 0 with every pass; the loader text deliberately does not.
+    void StartPass(bool finalPass);
+    // The emission address jumped (org, reserved space).
+    void Restart(std::uint16_t address);
+    void WriteValue(const Value& value, int width);
+    // Closes the open records and writes the end records.
+    void Finish(std::uint16_t startAddress);
+    void Clear();
+
+    void SetLoaderStyle(LoaderStyle style) { pLoader.SetStyle(style); }
+
+    const ColouredText& Srec() const { return pSrec.Text(); }
+    const ColouredText& Hex() const { return pHex.Text(); }
+    const ColouredText& Loader() const { return pLoader.Text(); }
+
+  private:
+    SrecWriter pSrec;
+    IntelHexWriter pHex;
+    LoaderWriter pLoader;
+};
+
+} // namespace trident
