@@ -6,11 +6,25 @@
 
 namespace trident {
 
-// What the command line asked for.
+// What the command line asked for. An empty file name means "not asked for".
 struct BatchOptions {
     std::string Source;
     std::string ListingFile;
+    std::string HexFile;
+    std::string SrecFile;
+    std::string LoaderFile;
+    std::string BinaryFile;
+    std::string SymbolsFile;
+    // Text outputs as rich text that keeps the views' colours.
+    bool Rtf = false;
+    // Only diagnostics on the terminal, no summary line.
+    bool Quiet = false;
     RunOptions Run;
+
+    bool AnyOutputRequested() const {
+        return !ListingFile.empty() || !HexFile.empty() || !SrecFile.empty() ||
+               !LoaderFile.empty() || !BinaryFile.empty() || !SymbolsFile.empty();
+    }
 };
 
 } // namespace trident

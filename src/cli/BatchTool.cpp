@@ -2,8 +2,12 @@
 
 #include "assembler/Assembly.h"
 #include "output/AtomicFile.h"
+#include "output/RtfText.h"
 
+#include <cmath>
+#include <cstdio>
 #include <filesystem>
+#include <functional>
 #include <ostream>
 
 namespace trident {
@@ -18,7 +22,6 @@ class BatchFrontEnd : public FrontEnd {
         pErr << text << '\n';
         pShown = text;
     }
-    // The last message already shown, so that it is not printed twice.
     const std::string& Shown() const { return pShown; }
 
   private:
@@ -28,9 +31,11 @@ class BatchFrontEnd : public FrontEnd {
 
 void PrintDiagnostics(const Assembly& run, std::ostream& err) {
     for (const Diagnostic& d : run.GetListing().Diagnostics()) {
-        err << d.Where.File << ':' << d.Where.Line << ": "
-            << (d.Kind == Severity::Error ? "error: " : "warning: ") << d.Message << " ~ "
+        const std::string place = d.Where.File + ":" + std::to_string(d.Where.Line) + ": ";
+        err << place << (d.Kind == Severity::Error ? "error: " : "warning: ") << d.Message << " ~ "
             << d.Detail << '\n';
+        if (!d.Where.Macro.empty())
+            err << place << "note: in expansion of macro " << d.Where.Macro << '\n';
     }
 }
 
@@ -39,6 +44,33 @@ bool ErrorsListed(const Assembly& run) {
         if (d.Kind == Severity::Error) return true;
     return false;
 }
+
+// NAME.ls beside the source, NAME being the file name up to its first ".".
+std::string DefaultListingName(const std::string& source) {
+    const std::filesystem::path path(source);
+    const std::string name = path.filename().string();
+    return (path.parent_path() / (name.substr(0, name.find('.')) + ".ls")).string();
+}
+
+// Every symbol the source defined, as equates the assembler can include.
+std::string SymbolFile(Assembly& run) {
+    std::string text;
+    for (const ListingReports::SymbolRow& row : run.SymbolReport()) {
+        const std::optional<double> number = AsNumber(row.Val);
+        if (row.DefinedAt.File.empty() || !number) continue;
+        char value[16];
+        std::snprintf(value, sizeof value, "0%04XH",
+                      static_cast<unsigned>(static_cast<long long>(std::trunc(*number)) & 0xFFFF));
+        text += row.Name + " EQU " + value + "\r\n";
+    }
+    return text;
+}
+
+// An output the command line asked for; its contents are made only then.
+struct OutputFile {
+    std::string Path;
+    std::function<std::string()> Contents;
+};
 
 } // namespace
 
@@ -63,15 +95,30 @@ ExitStatus RunBatch(const BatchOptions& options, std::ostream& out, std::ostream
     if (outcome == Assembly::Outcome::Failed && run.FailureMessage() != frontEnd.Shown())
         err << "assembly failed: " << run.FailureMessage() << '\n';
 
-    if (!options.ListingFile.empty()) {
-        const std::string problem =
-            WriteFileAtomically(options.ListingFile, run.GetListing().Text().Text());
+    const auto text = [&](const ColouredText& buffer) {
+        return options.Rtf ? ToRtf(buffer) : buffer.Text();
+    };
+    const std::string defaultListing =
+        options.AnyOutputRequested() ? std::string() : DefaultListingName(options.Source);
+    const OutputFile files[] = {
+        {options.ListingFile.empty() ? defaultListing : options.ListingFile,
+         [&] { return text(run.GetListing().Text()); }},
+        {options.HexFile, [&] { return text(run.Outputs().Hex()); }},
+        {options.SrecFile, [&] { return text(run.Outputs().Srec()); }},
+        {options.LoaderFile, [&] { return text(run.Outputs().Loader()); }},
+        {options.BinaryFile, [&] { return run.BinaryImage(); }},
+        {options.SymbolsFile, [&] { return SymbolFile(run); }},
+    };
+    for (const OutputFile& file : files) {
+        if (file.Path.empty()) continue;
+        const std::string problem = WriteFileAtomically(file.Path, file.Contents());
         if (!problem.empty()) {
             err << "cannot write " << problem << '\n';
             failed = true;
         }
     }
-    out << run.State().ErrorCount << " errors, " << run.State().WarningCount << " warnings\n";
+    if (!options.Quiet)
+        out << run.State().ErrorCount << " errors, " << run.State().WarningCount << " warnings\n";
     if (failed) return ExitStatus::RunFailed;
     return ErrorsListed(run) ? ExitStatus::ErrorsListed : ExitStatus::Clean;
 }

@@ -21,6 +21,50 @@ std::string DefaultOpcodeTable(const char* argv0) {
     return (program.parent_path() / "OpTable.def").string();
 }
 
+void AddOptions(CLI::App& app, trident::BatchOptions& options) {
+    trident::RunOptions& run = options.Run;
+    app.add_option("SOURCE", options.Source, "Assembler source file")->required();
+    // Outputs: each is written only when asked for.
+    app.add_option("--listing", options.ListingFile, "Write the listing to FILE (default: NAME.ls)")
+        ->type_name("FILE");
+    app.add_option("--hex", options.HexFile, "Write Intel HEX to FILE")->type_name("FILE");
+    app.add_option("--srec", options.SrecFile, "Write Motorola S-records to FILE")
+        ->type_name("FILE");
+    app.add_option("--loader", options.LoaderFile, "Write the monitor loader text to FILE")
+        ->type_name("FILE");
+    app.add_option("--loader-style", run.Loader, "Loader dialect: sde or ddt (default ddt)")
+        ->transform(CLI::CheckedTransformer(
+            std::map<std::string, trident::LoaderStyle>{{"sde", trident::LoaderStyle::Sde},
+                                                        {"ddt", trident::LoaderStyle::Ddt}},
+            CLI::ignore_case));
+    app.add_option("--bin", options.BinaryFile, "Write the binary image to FILE")
+        ->type_name("FILE");
+    app.add_option("--symbols", options.SymbolsFile, "Write the symbols as NAME EQU 0XXXXH to FILE")
+        ->type_name("FILE");
+    app.add_flag("--rtf", options.Rtf, "Write text outputs as RTF, with their colours");
+    // The window's option boxes.
+    app.add_flag("--big-endian", run.BigEndianCode, "List 16-bit values high byte first");
+    app.add_flag("--strip-parity", run.StripParity, "Clear bit 7 of every source character");
+    app.add_flag("--compatible", run.CompatibleMode, "Compatibility mode");
+    app.add_flag("--list-macro-definitions", run.ListMacroDefinitions,
+                 "List the lines of macro definitions");
+    app.add_flag("--list-macro-expansions", run.ListMacroExpansions,
+                 "List the lines of macro expansions");
+    app.add_flag("--list-maclibs", run.ListMacLibs, "List the lines of macro libraries");
+    app.add_flag("--case-sensitive", run.CaseSensitiveSymbols, "Symbol names are case-sensitive");
+    app.add_flag("--z180", run.Z180, "Z180 processor: no Z180 warnings");
+    app.add_flag("--no-z80-warnings", run.Z80, "No Z80 or index-register warnings");
+    app.add_flag("--list-all-passes", run.ListAllPasses,
+                 "List and report every pass (for testing the assembler)");
+    app.add_option("--include-dir", run.IncludeDirectory, "Look for include files in DIR")
+        ->type_name("DIR");
+    app.add_option("--maclib-dir", run.MaclibDirectory, "Look for macro libraries in DIR")
+        ->type_name("DIR");
+    app.add_option("--optable", run.OpcodeTableFile, "Read the opcode table from FILE")
+        ->type_name("FILE");
+    app.add_flag("--quiet", options.Quiet, "Print only diagnostics");
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -28,11 +72,7 @@ int main(int argc, char** argv) {
     options.Run.OpcodeTableFile = DefaultOpcodeTable(argv[0]);
     CLI::App app{"Cross-assembler for the 8080, Z80 and Z180", "trident-asm"};
     app.set_version_flag("--version", VersionText());
-    app.add_option("SOURCE", options.Source, "Assembler source file")->required();
-    app.add_option("--listing", options.ListingFile, "Write the listing to FILE")
-        ->type_name("FILE");
-    app.add_option("--optable", options.Run.OpcodeTableFile, "Read the opcode table from FILE")
-        ->type_name("FILE");
+    AddOptions(app, options);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& e) {
