@@ -93,7 +93,7 @@ INSTANTIATE_TEST_SUITE_P(
                       OptionCase{"Z180", " slp\n", "--z180", "~Z180 Warning ~ slp", "0000\tED76\t"},
                       OptionCase{"CaseSensitive", "Here: jmp here\n", "--case-sensitive",
                                  "0000\tC30000", "~Non Existant Variable ~ here"},
-                      OptionCase{"StripParity", "\xEE\xEF\xF0\n", "--strip-parity",
+                      OptionCase{"StripParity", " \xEE\xEF\xF0\n", "--strip-parity",
                                  "~Invalid Directive", "\tnop\t"},
                       OptionCase{"ListAllPasses", "x: jmp y\ny: nop\n", "--list-all-passes",
                                  "Statistics", "~Non Existant Variable ~ y"}),
