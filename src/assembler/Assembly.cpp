@@ -100,6 +100,7 @@ void Assembly::StartPass(std::int16_t pass, const std::filesystem::path& source)
     pFrontEnd.ShowPass(pass);
     pListing.ResetCounts();
     pState.EndSeen = false;
+    pState.StartAddress = 0;
     pState.CurrentPass = pass;
     pSymbols->CurrentPass = pass;
     pSymbols->SetCaseSensitive(pState.Options.CaseSensitiveSymbols);
@@ -151,8 +152,11 @@ void Assembly::LeaveFinishedExpansions() {
     while (!pExpansions.empty() && pExpansions.back().UsedUp()) pExpansions.pop_back();
 }
 
+// A macro library is read in pass 1 only; while it is, its lines (and their
+// diagnostics) are listed when the user asked for library listings.
 void Assembly::RecomputeListThisLine() {
-    pState.ListThisLine = pState.CurrentPass == 0 && pState.ListingOn;
+    pState.ListThisLine = pState.MaclibOpen ? pState.Options.ListMacLibs
+                                            : pState.CurrentPass == 0 && pState.ListingOn;
 }
 
 void Assembly::ProcessStatement() {

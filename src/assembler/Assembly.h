@@ -92,6 +92,15 @@ class Assembly {
     Value EvaluateOperand(std::string_view text, int width,
                           Signedness signedness = Signedness::Either, bool force = false);
     clsExpression& Evaluator() { return *pEvaluator; }
+    // The characters of a quoted string operand (either kind of quotes, with
+    // escapes); conversion faults become diagnostics of the statement.
+    std::string ConvertQuotedString(std::string_view text);
+    // Opens an include file (OpenInclude) or the macro library (OpenMaclib)
+    // whose lines are read next. The name is tried as written, then beside
+    // the file holding the directive, then in the chosen directory; "\" in
+    // it separates directories too. False when no such file can be read.
+    bool OpenInclude(std::string_view name);
+    bool OpenMaclib(std::string_view name);
     // Ends the pass and the assembly: the value needed now is not resolved.
     void TerminalStop(std::string_view detail);
     // Labels and equ names: defined once, duplicates reported in the final
@@ -128,6 +137,8 @@ class Assembly {
     void PrepareStatement(const SourceStatement& fields);
     void Dispatch(Statement& statement);
     void RecomputeListThisLine();
+    // Turns the evaluator's recorded faults into diagnostics.
+    void ReportEvaluatorFaults();
     std::string DescribeFailure(const std::string& what) const;
     void FinishOutputs();
     void RecordReference(int slot);

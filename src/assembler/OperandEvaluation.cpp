@@ -54,6 +54,17 @@ std::string NumberText(double value) {
 Value Assembly::Evaluate(std::string_view text) {
     pEvaluator->SetCaseSensitive(pState.Options.CaseSensitiveSymbols);
     Value result = pEvaluator->Evaluate(text);
+    ReportEvaluatorFaults();
+    return result;
+}
+
+std::string Assembly::ConvertQuotedString(std::string_view text) {
+    std::string characters = pEvaluator->DoubleQuotedStringToString(text);
+    ReportEvaluatorFaults();
+    return characters;
+}
+
+void Assembly::ReportEvaluatorFaults() {
     while (pEvaluator->ErrorCount() > 0) {
         const std::int32_t code = pEvaluator->GetNextError();
         const std::string message = clsExpression::ErrorString(code);
@@ -63,7 +74,6 @@ Value Assembly::Evaluate(std::string_view text) {
         else
             ListError(message, extra);
     }
-    return result;
 }
 
 Value Assembly::EvaluateOperand(std::string_view text, int width, Signedness signedness,

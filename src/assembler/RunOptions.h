@@ -21,6 +21,9 @@ struct RunOptions {
     // processor's instructions are off.
     bool Z80 = false;
     bool Z180 = false;
+    // Instruction statements are written in Zilog notation (ld, jp, ...) from
+    // the start of every pass; .zilog and .intel switch it line by line.
+    bool ZilogMnemonics = false;
     // The monitor dialect of the loader text.
     LoaderStyle Loader = LoaderStyle::Ddt;
     std::string IncludeDirectory;

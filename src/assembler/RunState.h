@@ -26,6 +26,9 @@ struct RunState {
     bool ListingOn = true;
     // A false condition is skipping lines.
     bool Skipping = false;
+    // Instruction statements are read in Zilog notation: the option's choice
+    // at the start of every pass, then as .zilog and .intel switch it.
+    bool ZilogNotation = false;
 
     std::int32_t LocationCounter = 0;
     std::int32_t LineAddress = 0;

@@ -1,0 +1,218 @@
+#include "assembler/ControlDirectives.h"
+
+#include "assembler/Assembly.h"
+#include "assembler/LineScanner.h"
+#include "encoder/OperandReader.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+#include <string_view>
+
+namespace trident {
+namespace {
+
+// The nesting message names one level less than the nine include files
+// that may be open at once; users know it by that text.
+constexpr int ReportedIncludeLevels = Assembly::MaxIncludeFiles - 1;
+constexpr std::string_view LibraryExtension = ".lib";
+
+std::string FirstOperand(const Statement& statement) {
+    return statement.OperandList.empty() ? std::string{}
+                                         : LineScanner::TrimBlanks(statement.OperandList.front());
+}
+
+// A file name may be written in either kind of quotes.
+std::string FileName(const Statement& statement) {
+    std::string name = FirstOperand(statement);
+    const bool quoted = name.size() >= 2 && (name.front() == '"' || name.front() == '\'') &&
+                        name.back() == name.front();
+    return quoted ? name.substr(1, name.size() - 2) : name;
+}
+
+void Org(Assembly& run, Statement& statement) {
+    OperandReader(run, statement).CheckOperandCount(1);
+    statement.LabelTaken = true;
+    if (statement.OperandList.empty()) return;
+    const std::string operand = FirstOperand(statement);
+    const Value address = run.EvaluateOperand(operand, 16);
+    // Every later address depends on it: it must be known in this pass.
+    if (IsEmpty(address)) {
+        run.TerminalStop(operand);
+        return;
+    }
+    RunState& state = run.State();
+    state.LocationCounter = static_cast<std::int32_t>(AsNumber(address).value_or(0));
+    run.RestartOutputRecords(static_cast<std::uint16_t>(state.LocationCounter));
+    if (!statement.Label.empty()) run.DefineSymbol(statement.Label, Value{state.LocationCounter});
+}
+
+// Titles, paging, relocatable segments and linkage: the output is always
+// one absolute program.
+void NotImplemented(Assembly& run, Statement& statement) {
+    run.ListWarning("not implemented", statement.Operation);
+}
+
+// The switch takes effect from the next statement: nolist is itself listed,
+// list is not.
+void ListingOn(Assembly& run, Statement&) {
+    run.State().ListingOn = true;
+}
+
+void ListingOff(Assembly& run, Statement&) {
+    run.State().ListingOn = false;
+}
+
+void Degrees(Assembly& run, Statement& statement) {
+    OperandReader(run, statement).CheckOperandCount(0);
+    run.Evaluator().SetDRG(AngleUnit::Degrees);
+}
+
+void Radians(Assembly& run, Statement& statement) {
+    OperandReader(run, statement).CheckOperandCount(0);
+    run.Evaluator().SetDRG(AngleUnit::Radians);
+}
+
+// The processor options are the window's check boxes, "warnings off for
+// this processor's instructions"; the selection outlives the run.
+void SelectProcessor(Assembly& run, bool z80Quiet, bool z180Quiet) {
+    RunOptions& options = run.Options();
+    options.Z80 = z80Quiet;
+    options.Z180 = z180Quiet;
+    run.Front().ShowProcessorChecks(z80Quiet, z180Quiet);
+}
+
+void SelectZ180(Assembly& run, Statement&) {
+    SelectProcessor(run, run.Options().Z80, true);
+}
+
+void SelectZ80(Assembly& run, Statement&) {
+    SelectProcessor(run, true, false);
+}
+
+// Both boxes cleared: every Z80 and Z180 instruction is warned about, so
+// what assembles silently is the 8080 instruction set alone.
+void Select8080(Assembly& run, Statement&) {
+    SelectProcessor(run, false, false);
+}
+
+// Only the diagnostic line appears, in the final pass.
+void UserError(Assembly& run, Statement& statement) {
+    run.ListError(FirstOperand(statement), "");
+    statement.SuppressListing = true;
+}
+
+void UserWarning(Assembly& run, Statement& statement) {
+    run.ListWarning(FirstOperand(statement), "");
+    statement.SuppressListing = true;
+}
+
+void Include(Assembly& run, Statement& statement) {
+    const std::string name = FileName(statement);
+    if (run.State().IncludeDepth >= Assembly::MaxIncludeFiles) {
+        run.ListError("Cannot nest more than " + std::to_string(ReportedIncludeLevels) + " levels",
+                      name);
+        return;
+    }
+    if (!run.OpenInclude(name)) run.ListError("Include file error", name);
+}
+
+bool HasLibraryExtension(std::string_view name) {
+    return name.size() >= LibraryExtension.size() &&
+           LineScanner::LowerCase(name.substr(name.size() - LibraryExtension.size())) ==
+               LibraryExtension;
+}
+
+// A library is read in pass 1 only; its macros stay in the macro table for
+// the later passes.
+void Maclib(Assembly& run, Statement& statement) {
+    std::string name = FileName(statement);
+    if (run.State().MaclibOpen) {
+        run.ListError("Cannot nest", name);
+        return;
+    }
+    if (run.State().CurrentPass != 1) return;
+    if (!HasLibraryExtension(name)) name += LibraryExtension;
+    if (run.OpenMaclib(name)) return;
+    run.ListError("Macro library error", name);
+    run.Front().ShowMessage("Can NOT open .LIB file\nFile = " + name);
+}
+
+// The pass ends before the next statement, wherever the end stands. Its
+// operand is the program's start address, carried by the object texts.
+void End(Assembly& run, Statement& statement) {
+    RunState& state = run.State();
+    state.StartAddress = 0;
+    if (!statement.OperandList.empty()) {
+        const Value start = run.EvaluateOperand(FirstOperand(statement), 16);
+        state.StartAddress = static_cast<std::uint16_t>(AsNumber(start).value_or(0));
+    }
+    state.EndSeen = true;
+}
+
+struct Directive {
+    std::string_view Name; // lower case
+    LineCategory Category;
+    void (*Execute)(Assembly& run, Statement& statement);
+};
+
+constexpr LineCategory Control = LineCategory::Control;
+constexpr LineCategory Listed = LineCategory::Directive;
+
+constexpr std::array<Directive, 37> Directives{{
+    {"org", Control, Org},
+    {"page", Listed, NotImplemented},
+    {"title", Listed, NotImplemented},
+    {".title", Listed, NotImplemented},
+    {"subttl", Listed, NotImplemented},
+    {".sbttl", Listed, NotImplemented},
+    {"list", Listed, ListingOn},
+    {".list", Listed, ListingOn},
+    {"nolist", Listed, ListingOff},
+    {".xlist", Listed, ListingOff},
+    {"degrees", Listed, Degrees},
+    {".deg", Listed, Degrees},
+    {"radians", Listed, Radians},
+    {".rad", Listed, Radians},
+    {"z180", Listed, SelectZ180},
+    {".z180", Listed, SelectZ180},
+    {".180", Listed, SelectZ180},
+    {".hd64", Listed, SelectZ180},
+    {"z80", Listed, SelectZ80},
+    {".z80", Listed, SelectZ80},
+    {"i8080", Listed, Select8080},
+    {".i8080", Listed, Select8080},
+    {"aseg", Control, NotImplemented},
+    {"dseg", Control, NotImplemented},
+    {"cseg", Control, NotImplemented},
+    {"common", Control, NotImplemented},
+    {"public", Control, NotImplemented},
+    {"global", Control, NotImplemented},
+    {"external", Control, NotImplemented},
+    {"extrn", Control, NotImplemented},
+    {"ext", Control, NotImplemented},
+    {"error", Control, UserError},
+    {"warning", Control, UserWarning},
+    {"include", Control, Include},
+    {".in", Control, Include},
+    {"maclib", Control, Maclib},
+    {"end", Control, End},
+}};
+
+} // namespace
+
+void ControlDirectives::StartPass(Assembly& run) {
+    run.Evaluator().SetDRG(AngleUnit::Radians);
+}
+
+bool ControlDirectives::Handle(Assembly& run, Statement& statement) {
+    const auto found = std::find_if(Directives.begin(), Directives.end(), [&](const Directive& d) {
+        return d.Name == statement.Keyword;
+    });
+    if (found == Directives.end()) return false;
+    statement.Category = found->Category;
+    found->Execute(run, statement);
+    return true;
+}
+
+} // namespace trident

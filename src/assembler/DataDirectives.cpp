@@ -1,0 +1,215 @@
+#include "assembler/DataDirectives.h"
+
+#include "assembler/Assembly.h"
+#include "assembler/DataBytes.h"
+#include "assembler/LineScanner.h"
+#include "encoder/OperandReader.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cstdint>
+#include <string>
+
+namespace trident {
+namespace {
+
+using Family = DataDirectives::Family;
+using Ending = DataDirectives::Ending;
+using Form = DataDirectives::Form;
+
+constexpr std::array<Form, 26> Forms{{
+    {"db", Family::Bytes},
+    {"defb", Family::Bytes},
+    {".ascii", Family::Bytes},
+    // Unlike .ascii, dm and defm mark the end of their text in bit 7.
+    {"dm", Family::Bytes, Ending::MarkLastCharacter},
+    {"defm", Family::Bytes, Ending::MarkLastCharacter},
+    {"dz", Family::Bytes, Ending::ZeroByte},
+    {"defz", Family::Bytes, Ending::ZeroByte},
+    {".asciz", Family::Bytes, Ending::ZeroByte},
+    {"dc", Family::Bytes, Ending::MarkLastByte},
+    {"defc", Family::Bytes, Ending::MarkLastByte},
+    {".ascis", Family::Bytes, Ending::MarkLastByte},
+    {"dw", Family::Words},
+    {"defw", Family::Words},
+    {"ds", Family::Storage},
+    {"defs", Family::Storage},
+    {"text", Family::Text},
+    {"dt", Family::Text},
+    {"texz", Family::Text, Ending::ZeroByte},
+    {"textz", Family::Text, Ending::ZeroByte},
+    {"texts", Family::Text, Ending::MarkLastCharacter},
+    {"i3es", Family::IeeeSingle},
+    {"i3es_le", Family::IeeeSingle},
+    {"i3es_be", Family::IeeeSingle, Ending::Plain, true},
+    {"i3ed", Family::IeeeDouble},
+    {"i3ed_le", Family::IeeeDouble},
+    {"i3ed_be", Family::IeeeDouble, Ending::Plain, true},
+}};
+
+const Form* FindForm(std::string_view keyword) {
+    const auto found = std::find_if(Forms.begin(), Forms.end(),
+                                    [&](const Form& form) { return form.Name == keyword; });
+    return found == Forms.end() ? nullptr : &*found;
+}
+
+constexpr std::uint8_t LastMark = 0x80;
+
+// The whole operand is one quoted literal: it opens with a quote and the
+// quote that closes it (a doubled quote and an escaped character stay
+// inside) is its last character. An unclosed literal counts too; its
+// conversion reports it. So 'A'+1 is an expression, 'AB' a string.
+bool IsQuotedString(std::string_view text) {
+    if (text.empty() || (text.front() != '\'' && text.front() != '"')) return false;
+    const char quote = text.front();
+    std::size_t pos = 1;
+    while (pos < text.size()) {
+        if (text[pos] == '\\') {
+            pos += 2;
+        } else if (text[pos] != quote) {
+            ++pos;
+        } else if (pos + 1 < text.size() && text[pos + 1] == quote) {
+            pos += 2;
+        } else {
+            return pos + 1 == text.size();
+        }
+    }
+    return true;
+}
+
+// The integer that EvaluateOperand reduced a resolved operand to.
+std::int32_t WholeNumber(const Value& value) {
+    return static_cast<std::int32_t>(AsNumber(value).value_or(0));
+}
+
+bool MissingOperands(Assembly& run, const Statement& statement) {
+    if (statement.OperandCount() > 0) return false;
+    run.ListError("Missing Operands", statement.Operation);
+    return true;
+}
+
+// The number an IEEE operand stands for: any expression, decimal numbers
+// with fraction and exponent included; a one-character string is its code.
+double IeeeNumber(Assembly& run, std::string_view operand) {
+    const Value value = run.Evaluate(operand);
+    if (const std::optional<double> number = AsNumber(value)) return *number;
+    if (IsEmpty(value)) return 0;
+    const std::string& text = std::get<std::string>(value);
+    if (text.size() == 1) return static_cast<unsigned char>(text.front());
+    run.ListError("Invalid Operand", operand);
+    return 0;
+}
+
+} // namespace
+
+bool DataDirectives::Handle(Assembly& run, Statement& statement) {
+    const Form* form = FindForm(statement.Keyword);
+    if (!form) return false;
+    statement.Category = LineCategory::Directive;
+    switch (form->Kind) {
+    case Family::Bytes:
+        EmitBytes(run, statement, *form);
+        break;
+    case Family::Words:
+        EmitWords(run, statement);
+        break;
+    case Family::Storage:
+        Reserve(run, statement);
+        break;
+    case Family::Text:
+        EmitText(run, statement, *form);
+        break;
+    case Family::IeeeSingle:
+    case Family::IeeeDouble:
+        EmitIeee(run, statement, *form);
+        break;
+    }
+    return true;
+}
+
+void DataDirectives::EmitBytes(Assembly& run, Statement& statement, const Form& form) {
+    if (MissingOperands(run, statement)) return;
+    DataBytes bytes(run);
+    const std::size_t last = statement.OperandList.size() - 1;
+    for (std::size_t i = 0; i <= last; ++i) {
+        const std::string operand = LineScanner::TrimBlanks(statement.OperandList[i]);
+        const bool final = i == last;
+        if (IsQuotedString(operand)) {
+            const bool mark = final && form.End != Ending::Plain && form.End != Ending::ZeroByte;
+            EmitCharacters(bytes, run.ConvertQuotedString(operand), mark);
+            continue;
+        }
+        Value value = run.EvaluateOperand(operand, 8);
+        if (final && form.End == Ending::MarkLastByte && !IsEmpty(value))
+            value = Value{WholeNumber(value) + LastMark};
+        bytes.Byte(value);
+    }
+    if (form.End == Ending::ZeroByte) bytes.Byte(std::uint8_t{0});
+    statement.BytesText += bytes.Text();
+}
+
+// The last character is emitted with 128 added: the end of a text marked
+// in its top bit, as the monitors that print such texts expect.
+void DataDirectives::EmitCharacters(DataBytes& bytes, std::string_view characters, bool markLast) {
+    for (std::size_t i = 0; i < characters.size(); ++i) {
+        std::int32_t code = static_cast<unsigned char>(characters[i]);
+        if (markLast && i + 1 == characters.size()) code += LastMark;
+        bytes.Byte(Value{code});
+    }
+}
+
+void DataDirectives::EmitWords(Assembly& run, Statement& statement) {
+    if (MissingOperands(run, statement)) return;
+    DataBytes bytes(run);
+    for (const std::string& operand : statement.OperandList)
+        bytes.Word(run.EvaluateOperand(LineScanner::TrimBlanks(operand), 16));
+    statement.BytesText += bytes.Text();
+}
+
+// Reserved space is never filled in the object texts: their records restart
+// after it. Its size must be known at once, since every later address
+// depends on it.
+void DataDirectives::Reserve(Assembly& run, Statement& statement) {
+    const OperandReader operands(run, statement);
+    operands.CheckOperandCount(1);
+    const std::string operand = LineScanner::TrimBlanks(operands.Operand(0));
+    const Value size = run.EvaluateOperand(operand, 16);
+    if (IsEmpty(size)) {
+        run.TerminalStop(operand);
+        return;
+    }
+    RunState& state = run.State();
+    state.LocationCounter += WholeNumber(size);
+    run.RestartOutputRecords(static_cast<std::uint16_t>(state.LocationCounter));
+}
+
+void DataDirectives::EmitText(Assembly& run, Statement& statement, const Form& form) {
+    const OperandReader operands(run, statement);
+    operands.CheckOperandCount(1);
+    if (statement.OperandList.empty()) return;
+    DataBytes bytes(run);
+    const std::string text = run.ConvertQuotedString(LineScanner::TrimBlanks(operands.Operand(0)));
+    EmitCharacters(bytes, text, form.End == Ending::MarkLastCharacter);
+    if (form.End == Ending::ZeroByte) bytes.Byte(std::uint8_t{0});
+    statement.BytesText += bytes.Text();
+}
+
+void DataDirectives::EmitIeee(Assembly& run, Statement& statement, const Form& form) {
+    if (MissingOperands(run, statement)) return;
+    DataBytes bytes(run);
+    const bool single = form.Kind == Family::IeeeSingle;
+    const int size = single ? 4 : 8;
+    for (const std::string& operand : statement.OperandList) {
+        const double number = IeeeNumber(run, LineScanner::TrimBlanks(operand));
+        const std::uint64_t bits = single ? std::bit_cast<std::uint32_t>(static_cast<float>(number))
+                                          : std::bit_cast<std::uint64_t>(number);
+        for (int i = 0; i < size; ++i) {
+            const int shift = 8 * (form.MostSignificantFirst ? size - 1 - i : i);
+            bytes.Byte(static_cast<std::uint8_t>((bits >> shift) & 0xFFu));
+        }
+    }
+    statement.BytesText += bytes.Text();
+}
+
+} // namespace trident
