@@ -2,10 +2,8 @@
 # Installs the Debian packages the build needs, skipping what is there.
 set -euo pipefail
 
-packages=(cmake g++ make libgtest-dev libcli11-dev libbenchmark-dev)
-if [ "${TRIDENT_WITH_WINDOW:-0}" = 1 ]; then
-    packages+=(qt6-base-dev)
-fi
+# qt6-base-dev builds the window, trident, beside the batch tool.
+packages=(cmake g++ make libgtest-dev libcli11-dev libbenchmark-dev qt6-base-dev)
 
 missing=()
 for package in "${packages[@]}"; do
