@@ -1,6 +1,7 @@
 #include "assembler/Listing.h"
 
 #include "assembler/ListingColours.h"
+#include "output/HexText.h"
 
 #include <cstdio>
 
@@ -33,9 +34,7 @@ Colour CategoryColour(const Statement& statement) {
 }
 
 std::string AddressText(std::int32_t address) {
-    char text[16];
-    std::snprintf(text, sizeof text, "%04X", static_cast<unsigned>(address) & 0xFFFFFFFFu);
-    return text;
+    return HexText(static_cast<std::uint32_t>(address), 4);
 }
 
 std::string DepthText(int depth) {

@@ -11,6 +11,7 @@
 #include <limits>
 #include <sstream>
 #include <system_error>
+#include <unordered_map>
 
 namespace trident {
 namespace {
@@ -119,23 +120,23 @@ void OpcodeTable::ReadRows(std::string_view text) {
     std::vector<OpcodeRow> rows;
     while (rows.size() < static_cast<std::size_t>(MaxRows) && !reader.AtEnd())
         rows.push_back(reader.ReadRow());
-    std::vector<std::string> keys;
-    keys.reserve(rows.size());
-    for (const OpcodeRow& row : rows) keys.push_back(LineScanner::LowerCase(row.Mnemonic));
+    // Every statement looks its operation word up: a hash of the lower-cased
+    // mnemonics, each naming its first row (the first row of a name wins).
+    std::unordered_map<std::string, std::int16_t> firstRows;
+    for (std::size_t index = 0; index < rows.size(); ++index)
+        firstRows.emplace(LineScanner::LowerCase(rows[index].Mnemonic),
+                          static_cast<std::int16_t>(index));
     pRows = std::move(rows);
-    pKeys = std::move(keys);
+    pFirstRows = std::move(firstRows);
 }
 
 std::int16_t OpcodeTable::FindMnemonic(std::string_view word, RunState& state) const {
-    const std::string key = LineScanner::LowerCase(word);
-    for (std::size_t index = 0; index < pKeys.size(); ++index) {
-        if (pKeys[index] != key) continue;
-        const std::string& cpu = pRows[index].Cpu;
-        if (cpu == "z80") state.Z80Used = true;
-        if (cpu == "z180") state.Z180Used = true;
-        return static_cast<std::int16_t>(index);
-    }
-    return -1;
+    const auto found = pFirstRows.find(LineScanner::LowerCase(word));
+    if (found == pFirstRows.end()) return -1;
+    const std::string& cpu = pRows[static_cast<std::size_t>(found->second)].Cpu;
+    if (cpu == "z80") state.Z80Used = true;
+    if (cpu == "z180") state.Z180Used = true;
+    return found->second;
 }
 
 } // namespace trident

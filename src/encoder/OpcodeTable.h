@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace trident {
@@ -22,7 +23,10 @@ class OpcodeTable {
     void LoadOpcodeTable(const std::filesystem::path& file);
     // As LoadOpcodeTable, from the file's text.
     void ReadRows(std::string_view text);
-    void Clear() { pRows.clear(); }
+    void Clear() {
+        pRows.clear();
+        pFirstRows.clear();
+    }
 
     // The index of the first row whose mnemonic is `word` (case-blind), or
     // -1. A row of cpu "z80" or "z180", spelt exactly so, marks that
@@ -36,8 +40,8 @@ class OpcodeTable {
 
   private:
     std::vector<OpcodeRow> pRows;
-    // The mnemonics in lower case, index for index with pRows.
-    std::vector<std::string> pKeys;
+    // Each mnemonic in lower case and the first row that carries it.
+    std::unordered_map<std::string, std::int16_t> pFirstRows;
 };
 
 } // namespace trident

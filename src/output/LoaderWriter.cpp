@@ -1,5 +1,7 @@
 #include "output/LoaderWriter.h"
 
+#include "output/HexText.h"
+
 #include <cmath>
 #include <cstdio>
 
@@ -10,12 +12,6 @@ constexpr Colour CommandInk{0, 128, 0};
 constexpr Colour AddressInk{0, 0, 0};
 constexpr Colour ByteInk{0, 0, 160};
 constexpr Colour WordInk{0, 0, 255};
-
-std::string HexText(unsigned value, int digits) {
-    char text[8];
-    std::snprintf(text, sizeof text, "%0*X", digits, value);
-    return text;
-}
 
 } // namespace
 

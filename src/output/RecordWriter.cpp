@@ -1,20 +1,18 @@
 #include "output/RecordWriter.h"
 
+#include "output/HexText.h"
+
 #include <cmath>
 #include <cstdio>
 
 namespace trident {
 
 std::string RecordWriter::Hex2(int value) {
-    char text[4];
-    std::snprintf(text, sizeof text, "%02X", value & 0xFF);
-    return text;
+    return HexText(static_cast<unsigned>(value) & 0xFF, 2);
 }
 
 std::string RecordWriter::Hex4(int value) {
-    char text[8];
-    std::snprintf(text, sizeof text, "%04X", value & 0xFFFF);
-    return text;
+    return HexText(static_cast<unsigned>(value) & 0xFFFF, 4);
 }
 
 void RecordWriter::Restart(std::uint16_t address) {
