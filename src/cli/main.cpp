@@ -54,6 +54,7 @@ void AddOptions(CLI::App& app, trident::BatchOptions& options) {
     app.add_flag("--case-sensitive", run.CaseSensitiveSymbols, "Symbol names are case-sensitive");
     app.add_flag("--z180", run.Z180, "Z180 processor: no Z180 warnings");
     app.add_flag("--no-z80-warnings", run.Z80, "No Z80 or index-register warnings");
+    app.add_flag("--zilog", run.ZilogMnemonics, "Read instructions in Zilog notation");
     app.add_flag("--list-all-passes", run.ListAllPasses,
                  "List and report every pass (for testing the assembler)");
     app.add_option("--include-dir", run.IncludeDirectory, "Look for include files in DIR")

@@ -1,0 +1,107 @@
+#include "encoder/ZilogHandler.h"
+
+#include "assembler/Assembly.h"
+#include "assembler/LineScanner.h"
+#include "encoder/InstructionHandler.h"
+#include "encoder/OperandReader.h"
+#include "encoder/ZilogTranslator.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+namespace trident {
+namespace {
+
+struct NotationDirective {
+    std::string_view Name;
+    bool Zilog;
+};
+
+constexpr std::array<NotationDirective, 2> NotationDirectives{{
+    {".zilog", true},
+    {".intel", false},
+}};
+
+constexpr std::string_view AlternateAf = "af'";
+
+std::string Joined(const std::vector<std::string>& operands) {
+    std::string text;
+    for (const std::string& operand : operands) {
+        if (!text.empty()) text += ',';
+        text += operand;
+    }
+    return text;
+}
+
+} // namespace
+
+void ZilogHandler::StartPass(Assembly& run) {
+    run.State().ZilogNotation = run.Options().ZilogMnemonics;
+}
+
+bool ZilogHandler::Handle(Assembly& run, Statement& statement) {
+    if (SwitchNotation(run, statement)) return true;
+    if (!run.State().ZilogNotation || !ZilogTranslator::IsZilogMnemonic(statement.Keyword))
+        return false;
+    Encode(run, statement);
+    return true;
+}
+
+bool ZilogHandler::SwitchNotation(Assembly& run, Statement& statement) {
+    const auto found = std::find_if(
+        NotationDirectives.begin(), NotationDirectives.end(),
+        [&](const NotationDirective& directive) { return directive.Name == statement.Keyword; });
+    if (found == NotationDirectives.end()) return false;
+    statement.Category = LineCategory::Directive;
+    OperandReader(run, statement).CheckOperandCount(0);
+    run.State().ZilogNotation = found->Zilog;
+    return true;
+}
+
+// The 8080-style statement is encoded in place of the Zilog one; the
+// listing still shows the operation and operands as the user wrote them.
+void ZilogHandler::Encode(Assembly& run, Statement& statement) {
+    SeparateAlternateAfComment(statement);
+    statement.Category = LineCategory::Instruction;
+    const std::optional<ZilogTranslator::IntelForm> form =
+        ZilogTranslator::Translate(run, statement);
+    if (!form) {
+        run.ListError("Invalid Zilog operands",
+                      LineScanner::TrimBlanks(statement.Operation + " " + statement.Operands));
+        return;
+    }
+    Statement intel = statement;
+    intel.Operation = form->Mnemonic;
+    intel.Keyword = form->Mnemonic;
+    intel.OperandList = form->Operands;
+    intel.Operands = Joined(form->Operands);
+    if (!InstructionHandler::EncodeInstruction(run, intel)) {
+        // A table without the row: as the 8080-style statement would fare.
+        statement.Category = LineCategory::None;
+        run.ListError("Invalid Directive, Operation or Macro", intel.Operation);
+        return;
+    }
+    intel.Operation = std::move(statement.Operation);
+    intel.Keyword = std::move(statement.Keyword);
+    intel.OperandList = std::move(statement.OperandList);
+    intel.Operands = std::move(statement.Operands);
+    statement = std::move(intel);
+}
+
+// The scanner takes the quote of af' for the start of a string, so that a
+// comment after ex af,af' lands in the operands; it is put back here.
+void ZilogHandler::SeparateAlternateAfComment(Statement& statement) {
+    if (statement.Keyword != "ex" || statement.OperandCount() != 2) return;
+    std::string& last = statement.OperandList.back();
+    if (LineScanner::LowerCase(std::string_view(last).substr(0, AlternateAf.size())) != AlternateAf)
+        return;
+    const std::string rest =
+        LineScanner::TrimBlanks(std::string_view(last).substr(AlternateAf.size()));
+    if (rest.empty() || rest.front() != ';') return;
+    statement.Comment = rest;
+    statement.Operands.resize(statement.Operands.size() - last.size() + AlternateAf.size());
+    last.resize(AlternateAf.size());
+}
+
+} // namespace trident
