@@ -67,6 +67,8 @@ constexpr std::array OptionBoxes{
     OptionBox{"chkZ80", "Z80", "Check to turn off Z80 warnings", "Z80", &RunOptions::Z80},
     OptionBox{"chkAllPasses", "List All Passes", "For Testing Assembler", "AllPasses",
               &RunOptions::ListAllPasses},
+    OptionBox{"chkZilog", "Zilog Mnemonics", "Read instructions in Zilog notation", "Zilog",
+              &RunOptions::ZilogMnemonics},
 };
 
 // The run is allowed to hold the window's events back this long, so that
