@@ -4,6 +4,8 @@
 #include "assembler/RunFailure.h"
 #include "assembler/StatementHandlers.h"
 #include "encoder/OpcodeTableError.h"
+#include "macros/MacroText.h"
+#include "output/HexText.h"
 
 #include <algorithm>
 #include <cmath>
@@ -148,8 +150,11 @@ bool Assembly::MoreInput() const {
            (pMainFile && !pMainFile->AtEnd());
 }
 
+// A repeat level with iterations left starts its text again instead.
 void Assembly::LeaveFinishedExpansions() {
-    while (!pExpansions.empty() && pExpansions.back().UsedUp()) pExpansions.pop_back();
+    while (!pExpansions.empty() && pExpansions.back().UsedUp() &&
+           !pExpansions.back().StartNextIteration())
+        pExpansions.pop_back();
 }
 
 // A macro library is read in pass 1 only; while it is, its lines (and their
@@ -185,7 +190,7 @@ std::string Assembly::ReadNextLine() {
         ++pState.ExpandedMacroLines;
         pLinePosition = level.InvokedAt;
         pLinePosition.Macro = level.Name;
-        return level.NextLine();
+        return MacroText::SubstituteLine(level.NextLine(), level.Parameters);
     }
     if (!pIncludeFiles.empty()) return ReadFromInclude();
     ++pState.LinesReadFromFile;
@@ -278,19 +283,21 @@ std::string Assembly::EmitValue(const Value& value, int width) {
     const auto whole =
         static_cast<std::uint32_t>(static_cast<std::int64_t>(number ? std::trunc(*number) : 0.0));
     pOutputs.WriteValue(value, width);
-    char text[8];
+    std::string text;
     if (width == 16) {
         const std::uint32_t word = whole & 0xFFFFu;
         EmitByte(static_cast<std::uint8_t>(word & 0xFFu));
         EmitByte(static_cast<std::uint8_t>(word >> 8));
-        if (pState.Options.BigEndianCode)
-            std::snprintf(text, sizeof text, "%04X", word);
-        else
-            std::snprintf(text, sizeof text, "%02X%02X", word & 0xFFu, word >> 8);
+        if (pState.Options.BigEndianCode) {
+            AppendHex(text, word, 4);
+        } else {
+            AppendHex(text, word & 0xFFu, 2);
+            AppendHex(text, word >> 8, 2);
+        }
     } else {
         const std::uint32_t byte = whole & 0xFFu;
         EmitByte(static_cast<std::uint8_t>(byte));
-        std::snprintf(text, sizeof text, "%02X", byte);
+        AppendHex(text, byte, 2);
     }
     return text;
 }

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "assembler/SourcePosition.h"
+#include "macros/BlockType.h"
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace trident {
+
+class Assembly;
+class ParameterMap;
+struct ExpansionLevel;
+struct Statement;
+
+// The macro processor of one assembly. It collects the bodies of macro,
+// rept, irp and irpc blocks up to their endm, stores macro bodies in the
+// run's macro table with their parameter names, executes local and exitm,
+// and starts the expansion of a macro call or a closed repeat block on the
+// run's expansion stack. The lines of an expansion are then read from that
+// stack like any source line.
+class MacroProcessor {
+  public:
+    // Clears the open block and restarts the local names; the first pass of
+    // an assembly also forgets the parameter names of the last assembly,
+    // whose macro table is gone.
+    void StartPass(Assembly& run);
+
+    // While a block is open every statement belongs to its body.
+    bool CollectBody(Assembly& run, Statement& statement);
+    // macro, rept, irp, irpc, a stray endm, local and exitm.
+    bool ExecuteDirective(Assembly& run, Statement& statement);
+    // A statement whose operation names a stored macro.
+    bool Invoke(Assembly& run, Statement& statement);
+
+  private:
+    struct OpenBlock {
+        BlockType Type = BlockType::Macro;
+        // A macro's name in lower case; empty when the macro has none.
+        std::string Name;
+        // A macro's parameter names, or the operands of a repeat directive.
+        std::vector<std::string> Arguments;
+        std::string Operands;
+        SourcePosition At;
+        std::string Body;
+        // False when the directive's operands were missing: the body is
+        // collected all the same, so that its endm pairs, but not replayed.
+        bool Usable = true;
+    };
+
+    void OpenMacro(Assembly& run, Statement& statement);
+    void OpenRepeat(Assembly& run, Statement& statement, BlockType type);
+    void Append(const Statement& statement);
+    void Close(Assembly& run, Statement& statement);
+    void StartRepeat(Assembly& run);
+    // Sets the iterations and items of a repeat level; false when the run
+    // must stop because the rept count is not resolved.
+    bool PlanIterations(Assembly& run, ExpansionLevel& level) const;
+    bool PlanCount(Assembly& run, ExpansionLevel& level) const;
+    void Local(Assembly& run, const Statement& statement);
+    static void ExitMacro(Assembly& run, const Statement& statement);
+    void BindArguments(Assembly& run, const Statement& statement, ParameterMap& parameters) const;
+
+    // Open blocks, the outermost one included; 0 when nothing is collected.
+    unsigned pDepth = 0;
+    OpenBlock pBlock;
+    int pLocalCounter = 1;
+    std::unordered_map<std::string, std::vector<std::string>> pParameterNames;
+};
+
+} // namespace trident

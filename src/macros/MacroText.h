@@ -1,0 +1,32 @@
+#pragma once
+
+#include "macros/ParameterMap.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace trident {
+
+// The text work of the macro processor: composing body lines and
+// substituting parameters in replayed lines.
+namespace MacroText {
+
+// One body line: label TAB operation TAB operands joined by "," and, when
+// there is a comment, TAB comment. A statement that is only a comment (or
+// nothing) becomes the comment alone, so that a "*" comment reads back as one.
+std::string ComposeLine(std::string_view label, std::string_view operation,
+                        const std::vector<std::string>& operands, std::string_view comment);
+
+// Replaces every word of `text` that is a bound name by its text (a text in
+// "<...>" loses the brackets), then resolves "^" and "&": "&" joins words
+// and disappears, "^" escapes the next "^" or "&" and disappears itself.
+std::string SubstituteParameters(std::string_view text, const ParameterMap& parameters);
+
+// A line replayed from an expansion: split into statements, label,
+// operation and every operand substituted, and composed again. The comment
+// is kept as written.
+std::string SubstituteLine(std::string_view line, const ParameterMap& parameters);
+
+} // namespace MacroText
+} // namespace trident

@@ -1,0 +1,77 @@
+#include "assembler/ListingColours.h"
+#include "encoder/EncoderRun.h"
+
+#include <gtest/gtest.h>
+
+namespace trident {
+namespace {
+
+using testing::EncoderRun;
+using Texts = std::vector<std::string>;
+
+constexpr const char* Source = "m macro a ;; about m\n"
+                               " db a ; the byte\n"
+                               " db a+1 ;; hidden\n"
+                               " endm\n"
+                               "here m 5\n";
+
+constexpr const char* Header = "0000\t\tm\tmacro\ta\t;; about m\t";
+constexpr const char* Close = "0000\t\t\tendm\t\t\t";
+constexpr const char* Call = "0000\t\there\tm\t5\t\t";
+constexpr const char* BodyLine1 = "0000\t\t\tdb\ta\t; the byte\t";
+constexpr const char* BodyLine2 = "0000\t\t\tdb\ta+1\t;; hidden\t";
+constexpr const char* Expanded1 = "0000 +01\t05\t\tdb\t5\t; the byte\t";
+constexpr const char* Expanded2 = "0001 +01\t06\t\tdb\t5+1\t\t";
+
+struct ListingCase {
+    bool Definitions;
+    bool Expansions;
+    Texts Lines;
+};
+
+class ListingOptionTest : public ::testing::TestWithParam<ListingCase> {};
+
+// Definition lines appear only on request, and so do expansion lines, with
+// their level after the address; ";;" comments stay out of the expansion.
+TEST_P(ListingOptionTest, ListsBodiesAndExpansionsOnRequest) {
+    EncoderRun run;
+    run.Options().ListMacroDefinitions = GetParam().Definitions;
+    run.Options().ListMacroExpansions = GetParam().Expansions;
+    EXPECT_EQ(run.Assemble(Source), Assembly::Outcome::Completed);
+    EXPECT_EQ(run.StatementLines(), GetParam().Lines);
+    EXPECT_EQ(run.Bytes(), "05 06");
+    EXPECT_EQ(run.Symbol("here"), 0) << "the call's label names its address";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Options, ListingOptionTest,
+    ::testing::Values(ListingCase{false, false, Texts{Header, Close, Call}},
+                      ListingCase{true, false, Texts{Header, BodyLine1, BodyLine2, Close, Call}},
+                      ListingCase{false, true, Texts{Header, Close, Call, Expanded1, Expanded2}}));
+
+TEST(MacroListing, StoresTheBodyAsTabSeparatedFields) {
+    EncoderRun run;
+    run.Assemble(Source);
+    EXPECT_EQ(run.Run().Macros().MacroDefinition("M"), "\tdb\ta\t; the byte\r\n\tdb\ta+1\r\n");
+}
+
+// The colour of the fields of `line`, past its address and empty bytes column.
+Colour FieldInk(const ColouredText& text, std::string_view line) {
+    const std::size_t at = text.Text().find(line) + std::string_view("0000\t\t").size();
+    for (const auto& run : text.Runs())
+        if (at >= run.Start && at < run.Start + run.Length) return run.Ink;
+    return Colour{};
+}
+
+TEST(MacroListing, ColoursDefinitionAndCall) {
+    EncoderRun run;
+    run.Options().ListMacroDefinitions = true;
+    run.Assemble(Source);
+    const ColouredText& text = run.Run().GetListing().Text();
+    EXPECT_EQ(FieldInk(text, Header), ListingColours::MacroDefinition);
+    EXPECT_EQ(FieldInk(text, BodyLine2), ListingColours::MacroDefinition);
+    EXPECT_EQ(FieldInk(text, Call), ListingColours::MacroCall);
+}
+
+} // namespace
+} // namespace trident
