@@ -11,7 +11,13 @@ std::optional<SourceFile> SourceFile::Open(const std::filesystem::path& path) {
     if (!std::filesystem::is_regular_file(path, error)) return std::nullopt;
     std::ifstream in(path, std::ios::binary);
     if (!in) return std::nullopt;
-    std::string data((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    // One read of the whole file: the main file is read again in every pass.
+    std::string data;
+    const auto size = std::filesystem::file_size(path, error);
+    if (!error) data.reserve(static_cast<std::size_t>(size));
+    char buffer[1 << 16];
+    while (in.read(buffer, sizeof buffer) || in.gcount() > 0)
+        data.append(buffer, static_cast<std::size_t>(in.gcount()));
     if (in.bad()) return std::nullopt;
     return SourceFile(path.string(), std::move(data));
 }

@@ -92,7 +92,9 @@ std::pair<std::string_view, std::string_view> SplitFields(std::string_view text,
 
 void clsErrorList::AddError(EvalError code, std::string_view extra) {
     const auto number = static_cast<std::int32_t>(code);
-    std::string entry = number < 0 ? std::to_string(number) : " " + std::to_string(number);
+    // A blank stands where a negative code has its minus sign.
+    std::string entry = number < 0 ? "" : " ";
+    entry += std::to_string(number);
     entry += Separator;
     entry += extra;
     pEntries.push_back(std::move(entry));
