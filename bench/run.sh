@@ -7,18 +7,7 @@ cd "$(dirname "$0")/.."
 lines=${1:-60000}
 runs=${2:-5}
 
-tools/deps.sh
-missing=()
-for package in pasmo binutils-z80 time; do
-    dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "install ok installed" ||
-        missing+=("$package")
-done
-if [ ${#missing[@]} -gt 0 ]; then
-    sudo=""
-    [ "$(id -u)" -ne 0 ] && sudo="sudo"
-    $sudo apt-get update -qq
-    DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq "${missing[@]}"
-fi
+tools/deps.sh pasmo binutils-z80 time
 
 build=${TRIDENT_BENCH_BUILD_DIR:-build-bench}
 cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=Release -DTRIDENT_BUILD_TESTS=OFF >/dev/null

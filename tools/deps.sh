@@ -1,9 +1,11 @@
 #!/usr/bin/env bash
-# Installs the Debian packages the build needs, skipping what is there.
+# Installs the Debian packages the build needs, and any further packages
+# named as arguments (the benchmark and the fuzzers ask for theirs), skipping
+# what is there.
 set -euo pipefail
 
 # qt6-base-dev builds the window, trident, beside the batch tool.
-packages=(cmake g++ make libgtest-dev libcli11-dev libbenchmark-dev qt6-base-dev)
+packages=(cmake g++ make libgtest-dev libcli11-dev libbenchmark-dev qt6-base-dev "$@")
 
 missing=()
 for package in "${packages[@]}"; do
