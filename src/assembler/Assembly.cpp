@@ -190,6 +190,11 @@ std::string Assembly::ReadNextLine() {
         ++pState.ExpandedMacroLines;
         pLinePosition = level.InvokedAt;
         pLinePosition.Macro = level.Name;
+        if (pState.ExpandedMacroLines > pState.Options.MaxExpandedLines) {
+            pStatement.Where = pLinePosition;
+            throw RunFailure("more than " + std::to_string(pState.Options.MaxExpandedLines) +
+                             " lines of macro expansion in one pass");
+        }
         return MacroText::SubstituteLine(level.NextLine(), level.Parameters);
     }
     if (!pIncludeFiles.empty()) return ReadFromInclude();

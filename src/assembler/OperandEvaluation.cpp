@@ -33,7 +33,12 @@ Range RangeFor(int width, Signedness signedness) {
 // The value reduced to `width` bits: two's complement for signed operands,
 // the low bits otherwise.
 std::int32_t ToWidth(double value, int width, Signedness signedness) {
-    const auto bits = static_cast<std::uint32_t>(static_cast<std::int64_t>(std::trunc(value)));
+    // The low 32 bits of the whole part, taken exactly for every double
+    // however large; infinity and NaN have none.
+    constexpr double twoPow32 = 4294967296.0;
+    double low32 = std::isfinite(value) ? std::fmod(std::trunc(value), twoPow32) : 0.0;
+    if (low32 < 0) low32 += twoPow32;
+    const auto bits = static_cast<std::uint32_t>(low32);
     const std::uint32_t mask = (1u << width) - 1u;
     const std::uint32_t low = bits & mask;
     if (signedness == Signedness::Signed && width > 3 && (low & (1u << (width - 1))) != 0)

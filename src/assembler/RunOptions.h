@@ -2,6 +2,7 @@
 
 #include "output/LoaderStyle.h"
 
+#include <cstdint>
 #include <string>
 
 namespace trident {
@@ -32,6 +33,10 @@ struct RunOptions {
     // no table is configured: nothing is loaded, nothing fails, and every
     // operation word is unknown to the instruction encoder.
     std::string OpcodeTableFile;
+    // The most lines that macro and repeat expansions may deliver in one
+    // pass: nested repeats with large counts, written by mistake, would
+    // otherwise run for hours and list without end. Passing it fails the run.
+    std::int32_t MaxExpandedLines = 10'000'000;
 };
 
 } // namespace trident

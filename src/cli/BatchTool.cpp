@@ -58,9 +58,11 @@ std::string SymbolFile(Assembly& run) {
     for (const ListingReports::SymbolRow& row : run.SymbolReport()) {
         const std::optional<double> number = AsNumber(row.Val);
         if (row.DefinedAt.File.empty() || !number) continue;
+        // The low 16 bits of the whole part, exact however large the value.
+        double low = std::isfinite(*number) ? std::fmod(std::trunc(*number), 65536.0) : 0.0;
+        if (low < 0) low += 65536.0;
         char value[16];
-        std::snprintf(value, sizeof value, "0%04XH",
-                      static_cast<unsigned>(static_cast<long long>(std::trunc(*number)) & 0xFFFF));
+        std::snprintf(value, sizeof value, "0%04XH", static_cast<unsigned>(low));
         text += row.Name + " EQU " + value + "\r\n";
     }
     return text;

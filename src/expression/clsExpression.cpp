@@ -35,6 +35,11 @@ std::optional<Value> TruncateToInteger(const Number& n, clsErrorList& errors) {
 
 std::optional<Value> ForceToSigned32(const Number& n, clsErrorList& errors) {
     if (n.IsInteger) return std::nullopt;
+    // Infinity and NaN wrap to no integer at all: they become 0.
+    if (!std::isfinite(n.Real)) {
+        errors.AddError(EvalError::ForcedToSigned32, expr::FormatValue(n.Real));
+        return std::int32_t{0};
+    }
     const double whole = std::trunc(n.Real);
     double wrapped = whole - kTwoPow32 * std::floor(whole / kTwoPow32);
     if (wrapped > std::numeric_limits<std::int32_t>::max()) wrapped -= kTwoPow32;

@@ -53,7 +53,11 @@ INSTANTIATE_TEST_SUITE_P(
         RangeCase{"65536", 16, Either, 0, "Value out of Range"},
         RangeCase{"40000", 16, Signed, -25536, "Signed Value out of Range"},
         RangeCase{"-2", 16, Unsigned, 65534, "Unsigned Value out of Range"},
-        RangeCase{"'AB'", 16, Either, 0x4142, ""}, RangeCase{"\"A\"", 8, Either, 65, ""}));
+        RangeCase{"'AB'", 16, Either, 0x4142, ""}, RangeCase{"\"A\"", 8, Either, 65, ""},
+        // Beyond the 64-bit integers the low bits are still those of the number.
+        RangeCase{"9223372036854777856", 16, Either, 0x0800, "Value out of Range"},
+        RangeCase{"-9223372036854777856", 16, Either, 0xF800, "Value out of Range"},
+        RangeCase{"1e300", 8, Either, 0, "Value out of Range"}));
 
 TEST(EvaluateOperand, UnresolvedNamesStayEmptyAndQuietOutsideTheFinalPass) {
     Assembly run;

@@ -405,7 +405,7 @@ TEST(Evaluate, FractionalOperandsOfBitwiseOperatorsAreTruncatedWithAWarning) {
 TEST(Evaluate, PrecisionConvertsTheResult) {
     struct PrecisionCase {
         std::int16_t Precision;
-        const char* Text;
+        std::string Text;
         const char* Value;
         Errors Expected;
     };
@@ -419,6 +419,8 @@ TEST(Evaluate, PrecisionConvertsTheResult) {
         {3, "1.5", "int 1", {{-11, "1.5"}}},
         {3, "2.0", "int 2", {}},
         {3, "\"s\"", "string s", {}},
+        // 200 characters make a constant beyond every double.
+        {3, "'" + std::string(200, 'x') + "'", "int 0", {{-11, "inf"}}},
         {4, "7", "double 7", {}},
         {4, "7/2", "double 3", {}},
         {5, "7\\2", "double 3.5", {{29, "5"}}},

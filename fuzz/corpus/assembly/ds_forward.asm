@@ -1,0 +1,3 @@
+ ds later
+later:
+ db 1

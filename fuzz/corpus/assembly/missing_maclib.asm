@@ -1,0 +1,2 @@
+ maclib nosuch
+ nop

@@ -1,0 +1,2 @@
+ org 0ffffh
+ dw 1

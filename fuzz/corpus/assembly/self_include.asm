@@ -1,0 +1,2 @@
+ include prog.asm
+ nop

@@ -1,0 +1,2 @@
+a: nop ! b: nop ! ld a,1 ; c ! * d
+	db 1,,2

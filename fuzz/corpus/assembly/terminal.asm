@@ -1,0 +1,2 @@
+ org fwd
+fwd:
