@@ -17,19 +17,7 @@ if [ ${#targets[@]} -eq 0 ]; then
 fi
 
 # clang and its runtime libraries (libFuzzer and the sanitizers).
-packages=(clang libclang-rt-14-dev cmake make libcli11-dev)
-missing=()
-for package in "${packages[@]}"; do
-    dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "install ok installed" ||
-        missing+=("$package")
-done
-if [ ${#missing[@]} -gt 0 ]; then
-    echo "Installing: ${missing[*]}"
-    sudo=""
-    [ "$(id -u)" -ne 0 ] && sudo="sudo"
-    $sudo apt-get update -qq
-    DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq "${missing[@]}"
-fi
+tools/deps.sh clang libclang-rt-14-dev
 
 build=$(realpath -m "${TRIDENT_FUZZ_BUILD_DIR:-build-fuzz}")
 cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_CXX_COMPILER=clang++ \
