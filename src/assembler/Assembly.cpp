@@ -171,10 +171,10 @@ void Assembly::ProcessStatement() {
 
     if (pNextStatement >= pLineStatements.size()) {
         pLineMacroDepth = MacroDepth();
-        std::string line = ReadNextLine();
-        if (pState.Options.StripParity) LineScanner::StripParityBits(line);
+        ReadNextLine();
+        if (pState.Options.StripParity) LineScanner::StripParityBits(pLineText);
         pStatement.Where = pLinePosition;
-        LineScanner::SplitSourceLine(line, pLineStatements);
+        LineScanner::SplitSourceLine(pLineText, pLineStatements);
         pNextStatement = 0;
     }
     ++pState.TotalLines;
@@ -183,62 +183,85 @@ void Assembly::ProcessStatement() {
     pListing.ListLine(pStatement, pLineMacroDepth);
 }
 
-std::string Assembly::ReadNextLine() {
+void Assembly::SetLinePosition(const std::string& file, int line, std::string_view macro) {
+    // Assigned in place: the position changes with every line, and its
+    // strings keep their storage.
+    pLinePosition.File = file;
+    pLinePosition.Line = line;
+    pLinePosition.Macro = macro;
+}
+
+void Assembly::ReadNextLine() {
     if (pState.MaclibOpen) return ReadFromMaclib();
     if (!pExpansions.empty()) {
         ExpansionLevel& level = pExpansions.back();
         ++pState.ExpandedMacroLines;
-        pLinePosition = level.InvokedAt;
-        pLinePosition.Macro = level.Name;
+        SetLinePosition(level.InvokedAt.File, level.InvokedAt.Line, level.Name);
         if (pState.ExpandedMacroLines > pState.Options.MaxExpandedLines) {
             pStatement.Where = pLinePosition;
             throw RunFailure("more than " + std::to_string(pState.Options.MaxExpandedLines) +
                              " lines of macro expansion in one pass");
         }
-        return MacroText::SubstituteLine(level.NextLine(), level.Parameters);
+        pLineText = MacroText::SubstituteLine(level.NextLine(), level.Parameters);
+        return;
     }
     if (!pIncludeFiles.empty()) return ReadFromInclude();
     ++pState.LinesReadFromFile;
-    std::string line = pMainFile->ReadSourceLine();
-    pLinePosition = SourcePosition{pMainFile->Name(), pMainFile->LineNumber(), {}};
-    return line;
+    pLineText = pMainFile->ReadSourceLine();
+    SetLinePosition(pMainFile->Name(), pMainFile->LineNumber(), {});
 }
 
-std::string Assembly::ReadFromMaclib() {
+void Assembly::ReadFromMaclib() {
     if (pMaclib && !pMaclib->AtEnd() && !pState.EndSeen) {
         if (pState.CurrentPass == 1) ++pState.MaclibLinesRead;
-        std::string line = pMaclib->ReadSourceLine();
-        pLinePosition = SourcePosition{pMaclib->Name(), pMaclib->LineNumber(), {}};
-        return line;
+        pLineText = pMaclib->ReadSourceLine();
+        SetLinePosition(pMaclib->Name(), pMaclib->LineNumber(), {});
+        return;
     }
     pMaclib.reset();
     pState.MaclibOpen = false;
     RecomputeListThisLine();
-    return {};
+    pLineText.clear();
 }
 
-std::string Assembly::ReadFromInclude() {
+void Assembly::ReadFromInclude() {
     ++pState.IncludedLines;
     SourceFile& file = pIncludeFiles.back();
     if (file.AtEnd()) {
-        pLinePosition = SourcePosition{file.Name(), file.LineNumber() + 1, {}};
+        SetLinePosition(file.Name(), file.LineNumber() + 1, {});
         pIncludeFiles.pop_back();
         pState.IncludeDepth = static_cast<std::int32_t>(pIncludeFiles.size());
-        return {};
+        pLineText.clear();
+        return;
     }
-    std::string line = file.ReadSourceLine();
-    pLinePosition = SourcePosition{file.Name(), file.LineNumber(), {}};
-    return line;
+    pLineText = file.ReadSourceLine();
+    SetLinePosition(file.Name(), file.LineNumber(), {});
 }
 
+namespace {
+
+// Tabs inside a label or operation word list as spaces.
+void AssignWithoutTabs(std::string& field, std::string_view text) {
+    field.assign(text);
+    std::replace(field.begin(), field.end(), '\t', ' ');
+}
+
+void AssignLowerCase(std::string& field, std::string_view text) {
+    field.assign(text);
+    for (char& c : field)
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+}
+
+} // namespace
+
 void Assembly::PrepareStatement(const SourceStatement& fields) {
-    pStatement = Statement{};
+    pStatement.Reset();
     pStatement.Where = pLinePosition;
-    pStatement.Label = LineScanner::TabsToSpaces(fields.Label);
-    pStatement.Operation = LineScanner::TabsToSpaces(fields.Operation);
-    pStatement.Keyword = LineScanner::LowerCase(pStatement.Operation);
-    pStatement.Operands = fields.Operands;
-    pStatement.Comment = fields.Comment;
+    AssignWithoutTabs(pStatement.Label, fields.Label);
+    AssignWithoutTabs(pStatement.Operation, fields.Operation);
+    AssignLowerCase(pStatement.Keyword, pStatement.Operation);
+    pStatement.Operands.assign(fields.Operands);
+    pStatement.Comment.assign(fields.Comment);
     LineScanner::SplitOperands(pStatement.Operands, pStatement.OperandList);
 }
 

@@ -131,9 +131,11 @@ class Assembly {
     void ProcessStatement();
     bool MoreInput() const;
     void LeaveFinishedExpansions();
-    std::string ReadNextLine();
-    std::string ReadFromMaclib();
-    std::string ReadFromInclude();
+    // Each fills the line buffer and the line's position.
+    void ReadNextLine();
+    void ReadFromMaclib();
+    void ReadFromInclude();
+    void SetLinePosition(const std::string& file, int line, std::string_view macro);
     void PrepareStatement(const SourceStatement& fields);
     void Dispatch(Statement& statement);
     void RecomputeListThisLine();
@@ -169,6 +171,8 @@ class Assembly {
     std::optional<SourceFile> pMaclib;
     std::vector<ExpansionLevel> pExpansions;
 
+    // The line under way; its statements are views into it.
+    std::string pLineText;
     std::vector<SourceStatement> pLineStatements;
     std::size_t pNextStatement = 0;
     SourcePosition pLinePosition;

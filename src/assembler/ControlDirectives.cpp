@@ -1,6 +1,7 @@
 #include "assembler/ControlDirectives.h"
 
 #include "assembler/Assembly.h"
+#include "assembler/KeywordIndex.h"
 #include "assembler/LineScanner.h"
 #include "encoder/OperandReader.h"
 
@@ -206,10 +207,9 @@ void ControlDirectives::StartPass(Assembly& run) {
 }
 
 bool ControlDirectives::Handle(Assembly& run, Statement& statement) {
-    const auto found = std::find_if(Directives.begin(), Directives.end(), [&](const Directive& d) {
-        return d.Name == statement.Keyword;
-    });
-    if (found == Directives.end()) return false;
+    static const KeywordIndex<Directive> index(Directives);
+    const Directive* found = index.Find(statement.Keyword);
+    if (found == nullptr) return false;
     statement.Category = found->Category;
     found->Execute(run, statement);
     return true;

@@ -2,6 +2,7 @@
 
 #include "assembler/Assembly.h"
 #include "assembler/DataBytes.h"
+#include "assembler/KeywordIndex.h"
 #include "assembler/LineScanner.h"
 #include "encoder/OperandReader.h"
 
@@ -49,9 +50,8 @@ constexpr std::array<Form, 26> Forms{{
 }};
 
 const Form* FindForm(std::string_view keyword) {
-    const auto found = std::find_if(Forms.begin(), Forms.end(),
-                                    [&](const Form& form) { return form.Name == keyword; });
-    return found == Forms.end() ? nullptr : &*found;
+    static const KeywordIndex<Form> index(Forms);
+    return index.Find(keyword);
 }
 
 constexpr std::uint8_t LastMark = 0x80;

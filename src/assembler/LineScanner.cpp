@@ -128,7 +128,9 @@ SourceStatement ScanStatement(Cursor& cursor) {
 }
 
 int SplitList(std::string_view field, std::vector<std::string>& items, bool protectBrackets) {
-    items.clear();
+    // The list is refilled in place: its strings keep their storage from one
+    // statement to the next.
+    std::size_t count = 0;
     Cursor cursor(field);
     while (!cursor.AtEnd()) {
         cursor.SkipBlanks();
@@ -146,13 +148,22 @@ int SplitList(std::string_view field, std::vector<std::string>& items, bool prot
             });
             took = !item.empty();
         }
-        if (took && items.size() >= static_cast<std::size_t>(MaxOperands))
+        if (took && count >= static_cast<std::size_t>(MaxOperands)) {
+            items.resize(count);
             throw RunFailure("more than " + std::to_string(MaxOperands) +
                              " operands in one statement");
-        if (took) items.emplace_back(TrimTrailing(item));
+        }
+        if (took) {
+            if (count < items.size())
+                items[count].assign(TrimTrailing(item));
+            else
+                items.emplace_back(TrimTrailing(item));
+            ++count;
+        }
         if (cursor.At(',')) cursor.Advance();
     }
-    return static_cast<int>(items.size());
+    items.resize(count);
+    return static_cast<int>(count);
 }
 
 } // namespace

@@ -56,14 +56,21 @@ void Listing::ListLine(const Statement& statement, int macroDepth) {
     const bool expanding = macroDepth > 0;
     // A tab after the address column, so that the rows of four bytes that
     // long data statements continue on line up under the first one.
-    std::string address = AddressText(pState.LineAddress);
-    if (expanding) address += DepthText(macroDepth);
-    pText.Append(address + "\t", expanding ? ListingColours::Directive : ListingColours::Plain);
-    pText.Append(statement.ValueText + statement.BytesText + "\t", ListingColours::Bytes);
+    // Appended piece by piece: pieces of one colour join one run.
+    const Colour addressInk = expanding ? ListingColours::Directive : ListingColours::Plain;
+    pText.Append(AddressText(pState.LineAddress), addressInk);
+    if (expanding) pText.Append(DepthText(macroDepth), addressInk);
+    pText.Append("\t", addressInk);
+    pText.Append(statement.ValueText, ListingColours::Bytes);
+    pText.Append(statement.BytesText, ListingColours::Bytes);
+    pText.Append("\t", ListingColours::Bytes);
     const Colour ink = CategoryColour(statement);
-    pText.Append(statement.Label + "\t" + statement.Operation + "\t" + statement.Operands + "\t",
-                 ink);
-    pText.Append(statement.Comment + "\t", ListingColours::Comment);
+    for (const std::string* field : {&statement.Label, &statement.Operation, &statement.Operands}) {
+        pText.Append(*field, ink);
+        pText.Append("\t", ink);
+    }
+    pText.Append(statement.Comment, ListingColours::Comment);
+    pText.Append("\t", ListingColours::Comment);
     pText.Append("\r\n", ListingColours::Plain);
 }
 

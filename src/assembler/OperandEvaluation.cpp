@@ -97,10 +97,12 @@ Value Assembly::EvaluateOperand(std::string_view text, int width, Signedness sig
         }
     }
     const Range range = RangeFor(width, signedness);
-    const std::string detail = std::string(text) + " = " + NumberText(*number);
-    if (*number < range.Lowest || *number > range.Highest) ListError(range.Message, detail, force);
+    // The detail is composed only for a diagnostic: most operands are fine.
+    const auto detail = [&] { return std::string(text) + " = " + NumberText(*number); };
+    if (*number < range.Lowest || *number > range.Highest)
+        ListError(range.Message, detail(), force);
     if (width != 3 && signedness == Signedness::Either && *number != std::trunc(*number))
-        ListWarning("Value Truncated to Integer", detail, force);
+        ListWarning("Value Truncated to Integer", detail(), force);
     return Value{ToWidth(*number, width, signedness)};
 }
 

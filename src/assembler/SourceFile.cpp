@@ -1,5 +1,6 @@
 #include "assembler/SourceFile.h"
 
+#include <cstring>
 #include <fstream>
 #include <iterator>
 #include <system_error>
@@ -26,10 +27,17 @@ SourceFile SourceFile::FromText(std::string name, std::string text) {
     return SourceFile(std::move(name), std::move(text));
 }
 
-std::string SourceFile::ReadSourceLine() {
+std::string_view SourceFile::ReadSourceLine() {
     const std::size_t start = pPos;
-    while (pPos < pData.size() && pData[pPos] != '\r' && pData[pPos] != '\n') ++pPos;
-    std::string line = pData.substr(start, pPos - start);
+    // The line ends at the first CR or LF, whichever comes first.
+    const char* begin = pData.data() + start;
+    std::size_t length = pData.size() - start;
+    if (const void* lf = std::memchr(begin, '\n', length))
+        length = static_cast<std::size_t>(static_cast<const char*>(lf) - begin);
+    if (const void* cr = std::memchr(begin, '\r', length))
+        length = static_cast<std::size_t>(static_cast<const char*>(cr) - begin);
+    pPos = start + length;
+    const std::string_view line = std::string_view(pData).substr(start, pPos - start);
     if (pPos < pData.size()) {
         const bool carriageReturn = pData[pPos] == '\r';
         ++pPos;

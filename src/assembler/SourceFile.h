@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace trident {
 
@@ -20,7 +21,8 @@ class SourceFile {
     // Reads up to a carriage return or line feed (not included). After a
     // carriage return exactly one more character is consumed, whatever it
     // is: that is how CR LF pairs go, and it is deliberately not checked.
-    std::string ReadSourceLine();
+    // The view stays valid as long as this file is open.
+    std::string_view ReadSourceLine();
 
     const std::string& Name() const { return pName; }
     // Number of the line last read, from 1.

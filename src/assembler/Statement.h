@@ -35,6 +35,25 @@ struct Statement {
     bool Z180Row = false;
     bool IndexUsed = false;
 
+    // Ready for the next statement; the strings keep their storage, since
+    // a statement is prepared for every line of every pass.
+    void Reset() {
+        Label.clear();
+        Operation.clear();
+        Keyword.clear();
+        Operands.clear();
+        Comment.clear();
+        OperandList.clear();
+        Category = LineCategory::None;
+        BytesText.clear();
+        ValueText.clear();
+        LabelTaken = false;
+        SuppressListing = false;
+        Z80Row = false;
+        Z180Row = false;
+        IndexUsed = false;
+    }
+
     int OperandCount() const { return static_cast<int>(OperandList.size()); }
 };
 

@@ -289,7 +289,7 @@ void InstructionEncoding::Error(std::string_view message) {
 }
 
 bool InstructionEncoding::CpuIs(std::string_view cpu) const {
-    return LineScanner::LowerCase(pRow.Cpu) == cpu;
+    return pRow.CpuKey == cpu;
 }
 
 bool InstructionEncoding::MnemonicIs(std::string_view mnemonic) const {

@@ -21,7 +21,7 @@ bool InstructionHandler::EncodeInstruction(Assembly& run, Statement& statement) 
 // source is meant for; the warning tells the user, unless the processor's
 // box is checked.
 void InstructionHandler::MarkProcessor(Assembly& run, Statement& statement, const OpcodeRow& row) {
-    const std::string cpu = LineScanner::LowerCase(row.Cpu);
+    const std::string& cpu = row.CpuKey;
     const RunOptions& options = run.State().Options;
     statement.Z80Row = cpu == "z80";
     statement.Z180Row = cpu == "z180";

@@ -24,6 +24,8 @@ struct OpcodeRow {
     Value Prefix;
     // "8080", "z80" or "z180".
     std::string Cpu;
+    // Cpu in lower case, for the checks made on every instruction.
+    std::string CpuKey;
 
     std::optional<std::uint8_t> PrefixByte() const {
         if (const auto* prefix = std::get_if<std::int16_t>(&Prefix))

@@ -43,6 +43,7 @@ class RowReader {
         row.Class = OperandClassCode(Field("class"));
         row.Prefix = PrefixValue(Field("prefix"));
         row.Cpu = Field("cpu");
+        row.CpuKey = LineScanner::LowerCase(row.Cpu);
         return row;
     }
 

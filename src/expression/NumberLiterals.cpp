@@ -7,6 +7,7 @@
 #include <array>
 #include <charconv>
 #include <limits>
+#include <optional>
 
 namespace trident::expr {
 
@@ -198,10 +199,33 @@ void ReportQuoteFault(QuoteFault fault, EvalError loneQuote, std::string_view te
     }
 }
 
+// The two forms nearly every program writes, decimal digits alone and
+// hexadecimal digits with an "h" after a leading decimal digit, read without
+// the general rules: no rule's marker can match them, so the result is the
+// same. Nothing when the text has another form or too many digits.
+std::optional<Value> CommonNumber(std::string_view text) {
+    if (text.size() < 1 || text.size() > 8 || !IsDecimalDigit(text.front())) return std::nullopt;
+    const char last = text.back();
+    const bool hex = last == 'h' || last == 'H';
+    if (hex) text.remove_suffix(1);
+    std::int32_t value = 0;
+    for (const char c : text) {
+        if (IsDecimalDigit(c)) {
+            value = value * (hex ? 16 : 10) + (c - '0');
+        } else if (hex && IsHexDigit(ToLowerAscii(c))) {
+            value = value * 16 + (ToLowerAscii(c) - 'a' + 10);
+        } else {
+            return std::nullopt;
+        }
+    }
+    return Value{value};
+}
+
 } // namespace
 
 Value EvalNumber(std::string_view text, clsErrorList& errors) {
     text = TrimBlanks(text);
+    if (const auto common = CommonNumber(text)) return *common;
     const std::string lower = ToLowerAscii(text);
     for (const auto& rule : kRules) {
         if (Matches(rule, lower)) return ApplyRule(rule, text, lower, errors);

@@ -79,10 +79,7 @@ Value clsExpression::Evaluate() {
     } else if (pPrecedence != kLevelOrder) {
         pErrors.AddError(EvalError::InvalidPrecedence, std::to_string(pPrecedence));
     }
-    expr::clsExpressionParser parser(
-        pExpression, pErrors, [this](const expr::Token& token) { return ResolveOperand(token); },
-        settings);
-    pResult = ApplyPrecision(parser.Run());
+    pResult = ApplyPrecision(pParser.Run(pExpression, settings));
     return pResult;
 }
 

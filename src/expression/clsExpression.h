@@ -2,6 +2,7 @@
 
 #include "expression/AngleUnit.h"
 #include "expression/clsErrorList.h"
+#include "expression/clsExpressionParser.h"
 #include "symbols/Value.h"
 
 #include <cstdint>
@@ -37,6 +38,11 @@ struct Token;
 //   records "Invalid Precision" and keeps the result as computed.
 class clsExpression {
   public:
+    clsExpression() = default;
+    // The parser calls back into the object that owns it.
+    clsExpression(const clsExpression&) = delete;
+    clsExpression& operator=(const clsExpression&) = delete;
+
     void SetExpression(std::string_view text) { pExpression = text; }
     const std::string& Expression() const { return pExpression; }
 
@@ -89,6 +95,8 @@ class clsExpression {
     std::int16_t pPrecedence = 0;
     std::int16_t pPrecision = 0;
     clsErrorList pErrors;
+    expr::clsExpressionParser pParser{
+        pErrors, [this](const expr::Token& token) { return ResolveOperand(token); }};
 };
 
 } // namespace trident

@@ -22,11 +22,14 @@ bool IsBlankOperand(std::string_view text) {
 
 } // namespace
 
-clsExpressionParser::clsExpressionParser(std::string_view text, clsErrorList& errors,
-                                         OperandResolver resolver, ParserSettings settings)
-    : pLexer(text), pErrors(errors), pResolve(std::move(resolver)), pSettings(settings) {}
+clsExpressionParser::clsExpressionParser(clsErrorList& errors, OperandResolver resolver)
+    : pErrors(errors), pResolve(std::move(resolver)) {}
 
-Value clsExpressionParser::Run() {
+Value clsExpressionParser::Run(std::string_view text, ParserSettings settings) {
+    pLexer = clsExpressionLexer(text);
+    pSettings = settings;
+    pFrames.clear();
+    pValues.clear();
     Step step = Step::NeedOperand;
     while (step == Step::NeedOperand || step == Step::NeedOperator) {
         step = step == Step::NeedOperand ? OnOperand(pLexer.NextOperand())

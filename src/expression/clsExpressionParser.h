@@ -38,10 +38,11 @@ class clsExpressionParser {
     // character constants and strings).
     using OperandResolver = std::function<Value(const Token& token)>;
 
-    clsExpressionParser(std::string_view text, clsErrorList& errors, OperandResolver resolver,
-                        ParserSettings settings);
+    clsExpressionParser(clsErrorList& errors, OperandResolver resolver);
 
-    Value Run();
+    // One evaluation. The parser can be run again and again; its stacks keep
+    // their storage between runs.
+    Value Run(std::string_view text, ParserSettings settings);
 
   private:
     enum class Step { NeedOperand, NeedOperator, Done, Failed };
@@ -66,7 +67,7 @@ class clsExpressionParser {
     int LevelOf(const BinaryOperator& op) const;
     Value Finish();
 
-    clsExpressionLexer pLexer;
+    clsExpressionLexer pLexer{{}};
     clsErrorList& pErrors;
     OperandResolver pResolve;
     ParserSettings pSettings;

@@ -50,11 +50,29 @@ void clsSymbolTable::SetCaseSensitive(bool caseSensitive) {
 }
 
 std::string clsSymbolTable::NormalisedName(std::string_view name) const {
-    std::string key = pCaseSensitive ? std::string(name) : LowerCase(name);
+    std::string key;
+    NormaliseInto(key, name);
+    return key;
+}
+
+void clsSymbolTable::NormaliseInto(std::string& key, std::string_view name) const {
     // "$" alone is the location counter; anywhere else the character is
     // only a visual separator.
-    if (key != "$") std::erase(key, '$');
-    return key;
+    key.clear();
+    if (name == "$") {
+        key = name;
+        return;
+    }
+    for (char c : name) {
+        if (c == '$') continue;
+        if (!pCaseSensitive && c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+        key += c;
+    }
+}
+
+const std::string& clsSymbolTable::LookUpKey(std::string_view name) const {
+    NormaliseInto(pKeyBuffer, name);
+    return pKeyBuffer;
 }
 
 int clsSymbolTable::LowestSlotWithKey(const std::string& key) const {
@@ -69,12 +87,13 @@ int clsSymbolTable::LowestSlotWithKey(const std::string& key) const {
 }
 
 int clsSymbolTable::FindSlot(std::string_view name) const {
-    const int slot = LowestSlotWithKey(NormalisedName(name));
+    const int slot = LowestSlotWithKey(LookUpKey(name));
     // A scan compares the first unused slot before it stops there.
     return slot <= pUsed ? slot : -1;
 }
 
 void clsSymbolTable::RebuildIndex() {
+    pLocationSlot = -1;
     pSlotByName.clear();
     pUsed = SlotCount;
     for (int slot = 0; slot < SlotCount; ++slot) {
@@ -109,6 +128,13 @@ Value clsSymbolTable::Variable(std::string_view name) {
 }
 
 void clsSymbolTable::SetVariable(std::string_view name, const Value& value) {
+    // The location counter is set before every statement: its slot is
+    // remembered until slots move.
+    if (name == "$" && pLocationSlot >= 0) {
+        pSlots[pLocationSlot].Val = value;
+        pIndex = static_cast<std::int16_t>(pLocationSlot);
+        return;
+    }
     AddSymbol(name, value, 1, 13, 0, Value{}, false, -1);
 }
 
@@ -121,11 +147,12 @@ bool clsSymbolTable::VariableExists(std::string_view name) {
 void clsSymbolTable::AddSymbol(std::string_view name, const Value& value, std::int32_t symType,
                                std::int32_t subType1, std::int32_t subType2, const Value& tag,
                                bool refed, std::int16_t pass) {
-    std::string key = NormalisedName(name);
+    const std::string& key = LookUpKey(name);
     const int existing = LowestSlotWithKey(key);
     if (existing >= 0 && existing <= pUsed) {
         pSlots[existing].Val = value;
         pIndex = static_cast<std::int16_t>(existing);
+        if (key == "$" && existing < pUsed) pLocationSlot = existing;
         return;
     }
     if (pUsed >= SlotCount) {
@@ -135,7 +162,7 @@ void clsSymbolTable::AddSymbol(std::string_view name, const Value& value, std::i
     const int slot = pUsed;
     pSlots[slot] = Slot{std::string(name), value, refed, pass, symType, subType1, subType2, tag};
     // No scan matched, so any slot holding this key lies beyond the new one.
-    pSlotByName.insert_or_assign(std::move(key), slot);
+    pSlotByName.insert_or_assign(key, slot);
     AdvanceFirstUnused();
     pIndex = static_cast<std::int16_t>(slot);
 }
@@ -193,6 +220,7 @@ void clsSymbolTable::DeleteAll() {
         slot.Pass = -1;
     }
     pSlotByName.clear();
+    pLocationSlot = -1;
     pUsed = 0;
 }
 

@@ -95,6 +95,10 @@ class clsSymbolTable {
     // The form in which two names compare equal: lower case when the table is
     // case-blind, every "$" removed unless the name is exactly "$".
     std::string NormalisedName(std::string_view name) const;
+    void NormaliseInto(std::string& key, std::string_view name) const;
+    // The normalised name in a buffer reused by every look-up, which runs
+    // for every name of every statement.
+    const std::string& LookUpKey(std::string_view name) const;
     // Lowest slot of the whole table whose name matches the normalised key,
     // unused slots included (they match the empty key); -1 if none.
     int LowestSlotWithKey(const std::string& key) const;
@@ -114,6 +118,10 @@ class clsSymbolTable {
     int pUsed = 0;
     // Normalised name -> lowest slot holding a name with that key.
     std::unordered_map<std::string, int> pSlotByName;
+    mutable std::string pKeyBuffer;
+    // The slot holding "$" once it has been set; -1 until then and whenever
+    // slots have moved.
+    int pLocationSlot = -1;
     std::int16_t pIndex = -1;
     bool pCaseSensitive = true;
     ErrorSink pErrorSink;

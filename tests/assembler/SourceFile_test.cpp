@@ -8,7 +8,7 @@ namespace {
 
 std::vector<std::string> AllLines(SourceFile file) {
     std::vector<std::string> lines;
-    while (!file.AtEnd()) lines.push_back(file.ReadSourceLine());
+    while (!file.AtEnd()) lines.emplace_back(file.ReadSourceLine());
     return lines;
 }
 

@@ -19,6 +19,7 @@ using testing::Quoted;
 using testing::ReadWholeFile;
 using testing::RunTool;
 using testing::TempDir;
+using namespace std::string_literals;
 
 constexpr int Clean = 0;
 constexpr int ErrorsListed = 1;
@@ -48,7 +49,7 @@ struct HostileSource {
 
 const HostileSource HostileSources[] = {
     {"NulAndHighBytes",
-     [] { return std::string("n\0p\n nop\0\n db 0ffh\xff\n\xff\xfe: nop ; \x80\x00\n nop\n", 33); },
+     [] { return "n\0p\n nop\0\n db 0ffh\xff\n\xff\xfe: nop ; \x80\x00\n nop\n"s; },
      ErrorsListed,
      {"prog.asm:2: error: Invalid Directive, Operation or Macro ~ nop",
       "prog.asm:3: error: Invalid Number ~ 0ffh\xff"}},
