@@ -128,17 +128,28 @@ void Assembly::StartPass(std::int16_t pass, const std::filesystem::path& source)
     pState.ListingOn = true;
     pOutputs.SetLoaderStyle(pState.Options.Loader);
     pOutputs.StartPass(pass == 0);
-    pLineStatements.clear();
+    pLineStatements = {};
     pNextStatement = 0;
+    // The parity option may have changed since the lines were kept.
+    if (pMainLines.StrippedParity() != pState.Options.StripParity) pMainLines.Clear();
+
     for (auto& handler : pHandlers) handler->StartPass(*this);
 
-    pMainFile = SourceFile::Open(source);
-    if (!pMainFile) throw RunFailure("cannot read the source file " + source.string());
+    // The main file is read from disk once an assembly, and its lines are
+    // cut into statements once; every later pass reads it from the top.
+    if (pass == 1 || !pMainFile || pMainFile->Name() != source.string()) {
+        pMainLines.Clear();
+        pMainFile = SourceFile::Open(source);
+        if (!pMainFile) throw RunFailure("cannot read the source file " + source.string());
+    } else {
+        pMainFile->Rewind();
+    }
 }
 
 void Assembly::EndPass() {
     if (!pState.TerminalStop) FinishOutputs();
-    pMainFile.reset();
+    // The main file stays open for the next pass; the final pass closes it.
+    if (pState.CurrentPass == 0) pMainFile.reset();
     pIncludeFiles.clear();
     pMaclib.reset();
     pState.MaclibOpen = false;
@@ -172,9 +183,6 @@ void Assembly::ProcessStatement() {
     if (pNextStatement >= pLineStatements.size()) {
         pLineMacroDepth = MacroDepth();
         ReadNextLine();
-        if (pState.Options.StripParity) LineScanner::StripParityBits(pLineText);
-        pStatement.Where = pLinePosition;
-        LineScanner::SplitSourceLine(pLineText, pLineStatements);
         pNextStatement = 0;
     }
     ++pState.TotalLines;
@@ -192,6 +200,28 @@ void Assembly::SetLinePosition(const std::string& file, int line, std::string_vi
 }
 
 void Assembly::ReadNextLine() {
+    if (!pExpansions.empty() || pState.MaclibOpen || !pIncludeFiles.empty()) {
+        ReadOtherLine();
+        SplitLine();
+        return;
+    }
+    ++pState.LinesReadFromFile;
+    const std::string_view line = pMainFile->ReadSourceLine();
+    SetLinePosition(pMainFile->Name(), pMainFile->LineNumber(), {});
+    pStatement.Where = pLinePosition;
+    const auto index = static_cast<std::size_t>(pMainFile->LineNumber() - 1);
+    pLineStatements = pMainLines.Has(index) ? pMainLines.Statements(index)
+                                            : pMainLines.Add(line, pState.Options.StripParity);
+}
+
+void Assembly::SplitLine() {
+    if (pState.Options.StripParity) LineScanner::StripParityBits(pLineText);
+    pStatement.Where = pLinePosition;
+    LineScanner::SplitSourceLine(pLineText, pSplitStatements);
+    pLineStatements = pSplitStatements;
+}
+
+void Assembly::ReadOtherLine() {
     if (pState.MaclibOpen) return ReadFromMaclib();
     if (!pExpansions.empty()) {
         ExpansionLevel& level = pExpansions.back();
@@ -205,10 +235,7 @@ void Assembly::ReadNextLine() {
         pLineText = MacroText::SubstituteLine(level.NextLine(), level.Parameters);
         return;
     }
-    if (!pIncludeFiles.empty()) return ReadFromInclude();
-    ++pState.LinesReadFromFile;
-    pLineText = pMainFile->ReadSourceLine();
-    SetLinePosition(pMainFile->Name(), pMainFile->LineNumber(), {});
+    ReadFromInclude();
 }
 
 void Assembly::ReadFromMaclib() {
@@ -241,12 +268,16 @@ void Assembly::ReadFromInclude() {
 namespace {
 
 // Tabs inside a label or operation word list as spaces.
+// The fields were cleared before; most are empty (comment lines, operations
+// without label), and those cost nothing.
 void AssignWithoutTabs(std::string& field, std::string_view text) {
+    if (text.empty()) return;
     field.assign(text);
     std::replace(field.begin(), field.end(), '\t', ' ');
 }
 
 void AssignLowerCase(std::string& field, std::string_view text) {
+    if (text.empty()) return;
     field.assign(text);
     for (char& c : field)
         if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
@@ -260,8 +291,9 @@ void Assembly::PrepareStatement(const SourceStatement& fields) {
     AssignWithoutTabs(pStatement.Label, fields.Label);
     AssignWithoutTabs(pStatement.Operation, fields.Operation);
     AssignLowerCase(pStatement.Keyword, pStatement.Operation);
+    if (!fields.Comment.empty()) pStatement.Comment.assign(fields.Comment);
+    if (fields.Operands.empty()) return;
     pStatement.Operands.assign(fields.Operands);
-    pStatement.Comment.assign(fields.Comment);
     LineScanner::SplitOperands(pStatement.Operands, pStatement.OperandList);
 }
 
@@ -307,15 +339,25 @@ void Assembly::EmitByte(std::uint8_t byte) {
 }
 
 std::string Assembly::EmitValue(const Value& value, int width) {
-    const std::optional<double> number = AsNumber(value);
-    const auto whole =
-        static_cast<std::uint32_t>(static_cast<std::int64_t>(number ? std::trunc(*number) : 0.0));
+    std::uint32_t whole = 0;
+    if (const auto* integer = std::get_if<std::int32_t>(&value)) {
+        whole = static_cast<std::uint32_t>(*integer);
+    } else if (const std::optional<double> number = AsNumber(value)) {
+        whole = static_cast<std::uint32_t>(static_cast<std::int64_t>(std::trunc(*number)));
+    }
     pOutputs.WriteValue(value, width);
     std::string text;
+    const std::uint32_t word = whole & 0xFFFFu;
     if (width == 16) {
-        const std::uint32_t word = whole & 0xFFFFu;
         EmitByte(static_cast<std::uint8_t>(word & 0xFFu));
         EmitByte(static_cast<std::uint8_t>(word >> 8));
+    } else {
+        EmitByte(static_cast<std::uint8_t>(word & 0xFFu));
+    }
+    // The text is made only for a line that will be listed: the passes
+    // before the final one list nothing.
+    if (!pListing.ListsLines()) return text;
+    if (width == 16) {
         if (pState.Options.BigEndianCode) {
             AppendHex(text, word, 4);
         } else {
@@ -323,9 +365,7 @@ std::string Assembly::EmitValue(const Value& value, int width) {
             AppendHex(text, word >> 8, 2);
         }
     } else {
-        const std::uint32_t byte = whole & 0xFFu;
-        EmitByte(static_cast<std::uint8_t>(byte));
-        AppendHex(text, byte, 2);
+        AppendHex(text, word & 0xFFu, 2);
     }
     return text;
 }

@@ -4,6 +4,7 @@
 #include "assembler/FrontEnd.h"
 #include "assembler/Listing.h"
 #include "assembler/ListingReports.h"
+#include "assembler/MainFileLines.h"
 #include "assembler/RunState.h"
 #include "assembler/Signedness.h"
 #include "assembler/SourceFile.h"
@@ -22,6 +23,7 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -113,7 +115,8 @@ class Assembly {
     void RestartOutputRecords(std::uint16_t address) { pOutputs.Restart(address); }
     // The one route of every emitted byte and word (width 8 or 16) into the
     // object image and the output writers; returns the listing text of the
-    // value (a word low byte first, or as a number with big-endian code).
+    // value (a word low byte first, or as a number with big-endian code), or
+    // nothing when the statement will not be listed.
     std::string EmitValue(const Value& value, int width);
 
     int MacroDepth() const { return static_cast<int>(pExpansions.size()); }
@@ -131,8 +134,12 @@ class Assembly {
     void ProcessStatement();
     bool MoreInput() const;
     void LeaveFinishedExpansions();
-    // Each fills the line buffer and the line's position.
+    // Reads the next line and cuts it into statements.
     void ReadNextLine();
+    // Lines of a macro library, an expansion or an include file: each fills
+    // the line buffer and the line's position, and SplitLine cuts the buffer.
+    void ReadOtherLine();
+    void SplitLine();
     void ReadFromMaclib();
     void ReadFromInclude();
     void SetLinePosition(const std::string& file, int line, std::string_view macro);
@@ -171,9 +178,12 @@ class Assembly {
     std::optional<SourceFile> pMaclib;
     std::vector<ExpansionLevel> pExpansions;
 
-    // The line under way; its statements are views into it.
+    // The statements of the line under way: views into pLineText, or into
+    // the main file's lines kept from the first pass.
     std::string pLineText;
-    std::vector<SourceStatement> pLineStatements;
+    std::vector<SourceStatement> pSplitStatements;
+    MainFileLines pMainLines;
+    std::span<const SourceStatement> pLineStatements;
     std::size_t pNextStatement = 0;
     SourcePosition pLinePosition;
     int pLineMacroDepth = 0;

@@ -18,6 +18,7 @@ void DataBytes::Word(const Value& value) {
 }
 
 void DataBytes::Append(const std::string& digits, int byteCount) {
+    if (digits.empty()) return; // a line that will not be listed
     if (pCount > 0) pText += pCount % BytesPerRow == 0 ? "\r\n\t" : " ";
     pText += digits;
     pCount += byteCount;

@@ -65,6 +65,14 @@ class Cursor {
         return pPos != start;
     }
 
+    // Up to the next `stop` character or the end, found with one search:
+    // comments make up much of a program's text.
+    std::string_view TakeUntilChar(char stop) {
+        const std::size_t start = pPos;
+        pPos = std::min(pText.find(stop, start), pText.size());
+        return pText.substr(start, pPos - start);
+    }
+
     template <typename Stop> std::string_view TakeUntil(Stop stop) {
         const std::size_t start = pPos;
         while (!AtEnd() && !stop(pText[pPos])) ++pPos;
@@ -89,9 +97,7 @@ std::string_view TakeOperandField(Cursor& cursor) {
 // separator that ends it (or at the end of the line).
 SourceStatement ScanStatement(Cursor& cursor) {
     SourceStatement statement;
-    auto takeComment = [&] {
-        statement.Comment = cursor.TakeUntil([](char c) { return c == StatementSeparator; });
-    };
+    auto takeComment = [&] { statement.Comment = cursor.TakeUntilChar(StatementSeparator); };
     if (cursor.At('*')) {
         takeComment();
         return statement;

@@ -33,10 +33,6 @@ Colour CategoryColour(const Statement& statement) {
     return ListingColours::Plain;
 }
 
-std::string AddressText(std::int32_t address) {
-    return HexText(static_cast<std::uint32_t>(address), 4);
-}
-
 std::string DepthText(int depth) {
     char text[16];
     std::snprintf(text, sizeof text, " +%02d", depth);
@@ -56,21 +52,27 @@ void Listing::ListLine(const Statement& statement, int macroDepth) {
     const bool expanding = macroDepth > 0;
     // A tab after the address column, so that the rows of four bytes that
     // long data statements continue on line up under the first one.
-    // Appended piece by piece: pieces of one colour join one run.
-    const Colour addressInk = expanding ? ListingColours::Directive : ListingColours::Plain;
-    pText.Append(AddressText(pState.LineAddress), addressInk);
-    if (expanding) pText.Append(DepthText(macroDepth), addressInk);
-    pText.Append("\t", addressInk);
-    pText.Append(statement.ValueText, ListingColours::Bytes);
-    pText.Append(statement.BytesText, ListingColours::Bytes);
-    pText.Append("\t", ListingColours::Bytes);
-    const Colour ink = CategoryColour(statement);
-    for (const std::string* field : {&statement.Label, &statement.Operation, &statement.Operands}) {
-        pText.Append(*field, ink);
-        pText.Append("\t", ink);
-    }
-    pText.Append(statement.Comment, ListingColours::Comment);
-    pText.Append("\t", ListingColours::Comment);
+    // The line is composed in one reused buffer and appended a colour at a
+    // time: this runs for every listed statement.
+    std::string& line = pLineBuffer;
+    line.clear();
+    AppendHex(line, static_cast<std::uint32_t>(pState.LineAddress), 4);
+    if (expanding) line += DepthText(macroDepth);
+    line += '\t';
+    const std::size_t bytesStart = line.size();
+    line.append(statement.ValueText).append(statement.BytesText) += '\t';
+    const std::size_t fieldsStart = line.size();
+    line.append(statement.Label) += '\t';
+    line.append(statement.Operation) += '\t';
+    line.append(statement.Operands) += '\t';
+    const std::size_t commentStart = line.size();
+    line.append(statement.Comment) += '\t';
+    const std::string_view text = line;
+    pText.Append(text.substr(0, bytesStart),
+                 expanding ? ListingColours::Directive : ListingColours::Plain);
+    pText.Append(text.substr(bytesStart, fieldsStart - bytesStart), ListingColours::Bytes);
+    pText.Append(text.substr(fieldsStart, commentStart - fieldsStart), CategoryColour(statement));
+    pText.Append(text.substr(commentStart), ListingColours::Comment);
     pText.Append("\r\n", ListingColours::Plain);
 }
 

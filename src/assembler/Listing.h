@@ -35,15 +35,18 @@ class Listing {
 
     // The counts (kept in the run state) describe one pass.
     void ResetCounts();
+    // Whether a statement's line is written now (the final pass, or any pass
+    // when the user asked for all of them).
+    bool ListsLines() const;
 
   private:
-    bool ListsLines() const;
     void Report(Severity kind, std::string_view message, std::string_view detail, bool force,
                 const SourcePosition& where);
 
     RunState& pState;
     FrontEnd& pFrontEnd;
     ColouredText pText;
+    std::string pLineBuffer;
     std::vector<Diagnostic> pDiagnostics;
 };
 

@@ -24,6 +24,12 @@ class SourceFile {
     // The view stays valid as long as this file is open.
     std::string_view ReadSourceLine();
 
+    // Back to the first line.
+    void Rewind() {
+        pPos = 0;
+        pLine = 0;
+    }
+
     const std::string& Name() const { return pName; }
     // Number of the line last read, from 1.
     int LineNumber() const { return pLine; }

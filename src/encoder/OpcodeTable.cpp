@@ -4,6 +4,8 @@
 #include "encoder/ListInputReader.h"
 #include "encoder/OpcodeTableError.h"
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <charconv>
 #include <cmath>
@@ -123,7 +125,7 @@ void OpcodeTable::ReadRows(std::string_view text) {
         rows.push_back(reader.ReadRow());
     // Every statement looks its operation word up: a hash of the lower-cased
     // mnemonics, each naming its first row (the first row of a name wins).
-    std::unordered_map<std::string, std::int16_t> firstRows;
+    RowIndex firstRows;
     for (std::size_t index = 0; index < rows.size(); ++index)
         firstRows.emplace(LineScanner::LowerCase(rows[index].Mnemonic),
                           static_cast<std::int16_t>(index));
@@ -132,7 +134,20 @@ void OpcodeTable::ReadRows(std::string_view text) {
 }
 
 std::int16_t OpcodeTable::FindMnemonic(std::string_view word, RunState& state) const {
-    const auto found = pFirstRows.find(LineScanner::LowerCase(word));
+    // Mnemonics are short: lower-cased on the stack when they fit.
+    std::array<char, 16> buffer{};
+    std::string longWord;
+    std::string_view key;
+    if (word.size() <= buffer.size()) {
+        std::transform(word.begin(), word.end(), buffer.begin(), [](char c) {
+            return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+        });
+        key = std::string_view(buffer.data(), word.size());
+    } else {
+        longWord = LineScanner::LowerCase(word);
+        key = longWord;
+    }
+    const auto found = pFirstRows.find(key);
     if (found == pFirstRows.end()) return -1;
     const std::string& cpu = pRows[static_cast<std::size_t>(found->second)].Cpu;
     if (cpu == "z80") state.Z80Used = true;

@@ -5,6 +5,8 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
+#include <string>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
@@ -39,9 +41,18 @@ class OpcodeTable {
     }
 
   private:
+    // Lets the index be searched with a view, without building a string.
+    struct NameHash {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view name) const {
+            return std::hash<std::string_view>{}(name);
+        }
+    };
+    using RowIndex = std::unordered_map<std::string, std::int16_t, NameHash, std::equal_to<>>;
+
     std::vector<OpcodeRow> pRows;
     // Each mnemonic in lower case and the first row that carries it.
-    std::unordered_map<std::string, std::int16_t> pFirstRows;
+    RowIndex pFirstRows;
 };
 
 } // namespace trident

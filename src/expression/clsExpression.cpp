@@ -3,6 +3,7 @@
 #include "expression/CharTests.h"
 #include "expression/NumberLiterals.h"
 #include "expression/NumericValue.h"
+#include "expression/OperatorTable.h"
 #include "expression/clsExpressionParser.h"
 #include "symbols/clsSymbolTable.h"
 
@@ -70,9 +71,29 @@ bool StartsNumber(std::string_view text) {
     return prefix == "&h" || prefix == "&o";
 }
 
+// Most operands are one number or one name. Such a text holds no blank,
+// parenthesis, quote or operator character and is not "nul": the parser
+// would read it as a single operand token and nothing else.
+std::optional<std::string_view> SingleOperand(std::string_view text) {
+    text = expr::TrimBlanks(text);
+    if (text.empty() || expr::EqualsNoCase(text, "nul")) return std::nullopt;
+    for (const char c : text) {
+        if (expr::IsBlank(c) || c == '(' || c == ')' || c == '"' || c == '\'' ||
+            expr::IsOperatorChar(c))
+            return std::nullopt;
+    }
+    return text;
+}
+
 } // namespace
 
 Value clsExpression::Evaluate() {
+    if (pPrecedence == kLevelOrder || pPrecedence == kLeftToRightOrder) {
+        if (const auto word = SingleOperand(pExpression)) {
+            pResult = ApplyPrecision(ResolveOperand(expr::Token{expr::TokenKind::Operand, *word}));
+            return pResult;
+        }
+    }
     expr::ParserSettings settings{pAngleUnit, expr::OperatorOrder::Levels};
     if (pPrecedence == kLeftToRightOrder) {
         settings.Order = expr::OperatorOrder::LeftToRight;

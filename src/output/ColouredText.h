@@ -3,6 +3,7 @@
 #include "output/Colour.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,9 +15,11 @@ namespace trident {
 // pieces of one colour share a run.
 class ColouredText {
   public:
+    // Twelve bytes: a listing has a run for every column of every line.
+    // Texts stay far below 4 GiB (the assembler's limits see to that).
     struct Run {
-        std::size_t Start = 0;
-        std::size_t Length = 0;
+        std::uint32_t Start = 0;
+        std::uint32_t Length = 0;
         Colour Ink;
     };
 

@@ -66,10 +66,24 @@ void RecordWriter::Close() {
     pText.Append(Hex2(countField), CountInk);
     pText.Append(Hex4(pRecordAddress), AddressInk);
     pText.Append(TypeField(), TypeInk);
-    for (const PendingByte& pending : pRecord) {
-        pText.Append(Hex2(pending.Byte), pending.FromWord ? WordInk : ByteInk);
-        sum += pending.Byte;
+    // The data in one piece per stretch of bytes of the same kind (from
+    // bytes or from words), each stretch one colour.
+    std::string& data = pDataBuffer;
+    data.clear();
+    std::size_t stretchStart = 0;
+    for (std::size_t i = 0; i < pRecord.size(); ++i) {
+        const bool kindChanges = i > 0 && pRecord[i].FromWord != pRecord[i - 1].FromWord;
+        if (kindChanges) {
+            pText.Append(std::string_view(data).substr(stretchStart),
+                         pRecord[i - 1].FromWord ? WordInk : ByteInk);
+            stretchStart = data.size();
+        }
+        AppendHex(data, pRecord[i].Byte, 2);
+        sum += pRecord[i].Byte;
     }
+    if (!pRecord.empty())
+        pText.Append(std::string_view(data).substr(stretchStart),
+                     pRecord.back().FromWord ? WordInk : ByteInk);
     pText.Append(Hex2(Checksum(countField, sum)), ChecksumInk);
     pText.Append("\r\n", AddressInk);
     pOpen = false;

@@ -73,6 +73,7 @@ class RecordWriter {
     std::uint16_t pAddress = 0;
     std::uint16_t pRecordAddress = 0;
     std::vector<PendingByte> pRecord;
+    std::string pDataBuffer;
 };
 
 } // namespace trident

@@ -60,7 +60,7 @@ void clsSymbolTable::NormaliseInto(std::string& key, std::string_view name) cons
     // only a visual separator.
     key.clear();
     if (name == "$") {
-        key = name;
+        key.push_back('$');
         return;
     }
     for (char c : name) {

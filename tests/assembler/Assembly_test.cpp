@@ -224,6 +224,7 @@ TEST(EmitValue, StoresLowByteFirstAndTextFollowsTheByteOrderOption) {
         Assembly run;
         run.Options().BigEndianCode = c.BigEndian;
         run.State().LocationCounter = 0x100;
+        run.State().ListThisLine = true;
         EXPECT_EQ(run.EmitValue(c.In, c.Width), c.Text);
         const auto& image = run.State().ObjectImage;
         EXPECT_EQ(std::vector<std::uint8_t>(image.begin() + 0x100,
@@ -235,8 +236,17 @@ TEST(EmitValue, StoresLowByteFirstAndTextFollowsTheByteOrderOption) {
     }
 }
 
+TEST(EmitValue, AStatementThatIsNotListedGetsNoTextButItsBytes) {
+    Assembly run;
+    run.State().LocationCounter = 0x100;
+    EXPECT_EQ(run.EmitValue(Value{std::int32_t{0x1234}}, 16), "");
+    EXPECT_EQ(run.State().ObjectImage[0x100], 0x34);
+    EXPECT_EQ(run.State().ObjectImage[0x101], 0x12);
+}
+
 TEST(EmitValue, AnAddressPastFFFFFailsTheRun) {
     Assembly run;
+    run.State().ListThisLine = true;
     run.State().LocationCounter = 0xFFFF;
     EXPECT_EQ(run.EmitValue(Value{std::int32_t{1}}, 8), "01");
     EXPECT_THROW(run.EmitValue(Value{std::int32_t{1}}, 8), RunFailure);
