@@ -191,12 +191,26 @@ void Assembly::ProcessStatement() {
     pListing.ListLine(pStatement, pLineMacroDepth);
 }
 
+namespace {
+
+// A position is copied for every line and every statement, and its file and
+// macro names rarely change from one to the next.
+void AssignIfDifferent(std::string& to, std::string_view from) {
+    if (to != from) to.assign(from);
+}
+
+void CopyPosition(SourcePosition& to, const SourcePosition& from) {
+    AssignIfDifferent(to.File, from.File);
+    to.Line = from.Line;
+    AssignIfDifferent(to.Macro, from.Macro);
+}
+
+} // namespace
+
 void Assembly::SetLinePosition(const std::string& file, int line, std::string_view macro) {
-    // Assigned in place: the position changes with every line, and its
-    // strings keep their storage.
-    pLinePosition.File = file;
+    AssignIfDifferent(pLinePosition.File, file);
     pLinePosition.Line = line;
-    pLinePosition.Macro = macro;
+    AssignIfDifferent(pLinePosition.Macro, macro);
 }
 
 void Assembly::ReadNextLine() {
@@ -208,15 +222,19 @@ void Assembly::ReadNextLine() {
     ++pState.LinesReadFromFile;
     const std::string_view line = pMainFile->ReadSourceLine();
     SetLinePosition(pMainFile->Name(), pMainFile->LineNumber(), {});
-    pStatement.Where = pLinePosition;
     const auto index = static_cast<std::size_t>(pMainFile->LineNumber() - 1);
-    pLineStatements = pMainLines.Has(index) ? pMainLines.Statements(index)
-                                            : pMainLines.Add(line, pState.Options.StripParity);
+    if (pMainLines.Has(index)) {
+        pLineStatements = pMainLines.Statements(index);
+        return;
+    }
+    // A line that fails to split names itself in the failure.
+    CopyPosition(pStatement.Where, pLinePosition);
+    pLineStatements = pMainLines.Add(line, pState.Options.StripParity);
 }
 
 void Assembly::SplitLine() {
     if (pState.Options.StripParity) LineScanner::StripParityBits(pLineText);
-    pStatement.Where = pLinePosition;
+    CopyPosition(pStatement.Where, pLinePosition);
     LineScanner::SplitSourceLine(pLineText, pSplitStatements);
     pLineStatements = pSplitStatements;
 }
@@ -287,7 +305,7 @@ void AssignLowerCase(std::string& field, std::string_view text) {
 
 void Assembly::PrepareStatement(const SourceStatement& fields) {
     pStatement.Reset();
-    pStatement.Where = pLinePosition;
+    CopyPosition(pStatement.Where, pLinePosition);
     AssignWithoutTabs(pStatement.Label, fields.Label);
     AssignWithoutTabs(pStatement.Operation, fields.Operation);
     AssignLowerCase(pStatement.Keyword, pStatement.Operation);

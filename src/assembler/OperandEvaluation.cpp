@@ -36,9 +36,16 @@ std::int32_t ToWidth(double value, int width, Signedness signedness) {
     // The low 32 bits of the whole part, taken exactly for every double
     // however large; infinity and NaN have none.
     constexpr double twoPow32 = 4294967296.0;
-    double low32 = std::isfinite(value) ? std::fmod(std::trunc(value), twoPow32) : 0.0;
-    if (low32 < 0) low32 += twoPow32;
-    const auto bits = static_cast<std::uint32_t>(low32);
+    constexpr double twoPow53 = 9007199254740992.0;
+    std::uint32_t bits = 0;
+    if (std::fabs(value) < twoPow53) {
+        // Exact in 64 bits: the low 32 bits of the two's complement.
+        bits = static_cast<std::uint32_t>(static_cast<std::int64_t>(std::trunc(value)));
+    } else if (std::isfinite(value)) {
+        double low32 = std::fmod(std::trunc(value), twoPow32);
+        if (low32 < 0) low32 += twoPow32;
+        bits = static_cast<std::uint32_t>(low32);
+    }
     const std::uint32_t mask = (1u << width) - 1u;
     const std::uint32_t low = bits & mask;
     if (signedness == Signedness::Signed && width > 3 && (low & (1u << (width - 1))) != 0)

@@ -72,10 +72,17 @@ std::vector<ListingReports::SymbolRow> Assembly::SymbolReport() {
         rows.push_back(std::move(row));
     }
     symbols.SetIndex(cursor);
-    std::stable_sort(rows.begin(), rows.end(), [](const auto& a, const auto& b) {
-        return LineScanner::LowerCase(a.Name) < LineScanner::LowerCase(b.Name);
-    });
-    return rows;
+    // By name regardless of case, each name lower-cased once; rows of equal
+    // names keep their slot order.
+    std::vector<std::pair<std::string, std::size_t>> order;
+    order.reserve(rows.size());
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        order.emplace_back(LineScanner::LowerCase(rows[i].Name), i);
+    std::sort(order.begin(), order.end());
+    std::vector<ListingReports::SymbolRow> sorted;
+    sorted.reserve(rows.size());
+    for (const auto& [key, index] : order) sorted.push_back(std::move(rows[index]));
+    return sorted;
 }
 
 void Assembly::FinishOutputs() {

@@ -69,9 +69,11 @@ std::string SymbolFile(Assembly& run) {
 }
 
 // An output the command line asked for; its contents are made only then.
+// Contents are made when the file is written; a view, so that a text view
+// is written as it stands rather than copied first.
 struct OutputFile {
     std::string Path;
-    std::function<std::string()> Contents;
+    std::function<std::string_view()> Contents;
 };
 
 } // namespace
@@ -97,8 +99,15 @@ ExitStatus RunBatch(const BatchOptions& options, std::ostream& out, std::ostream
     if (outcome == Assembly::Outcome::Failed && run.FailureMessage() != frontEnd.Shown())
         err << "assembly failed: " << run.FailureMessage() << '\n';
 
-    const auto text = [&](const ColouredText& buffer) {
-        return options.Rtf ? ToRtf(buffer) : buffer.Text();
+    std::string made; // the contents of the file being written, when made for it
+    const auto text = [&](const ColouredText& buffer) -> std::string_view {
+        if (!options.Rtf) return buffer.Text();
+        made = ToRtf(buffer);
+        return made;
+    };
+    const auto keep = [&](std::string contents) -> std::string_view {
+        made = std::move(contents);
+        return made;
     };
     const std::string defaultListing =
         options.AnyOutputRequested() ? std::string() : DefaultListingName(options.Source);
@@ -108,8 +117,8 @@ ExitStatus RunBatch(const BatchOptions& options, std::ostream& out, std::ostream
         {options.HexFile, [&] { return text(run.Outputs().Hex()); }},
         {options.SrecFile, [&] { return text(run.Outputs().Srec()); }},
         {options.LoaderFile, [&] { return text(run.Outputs().Loader()); }},
-        {options.BinaryFile, [&] { return run.BinaryImage(); }},
-        {options.SymbolsFile, [&] { return SymbolFile(run); }},
+        {options.BinaryFile, [&] { return keep(run.BinaryImage()); }},
+        {options.SymbolsFile, [&] { return keep(SymbolFile(run)); }},
     };
     for (const OutputFile& file : files) {
         if (file.Path.empty()) continue;

@@ -67,8 +67,9 @@ constexpr std::int16_t kLeftToRightOrder = 1;
 
 bool StartsNumber(std::string_view text) {
     if (expr::IsDecimalDigit(text.front())) return true;
-    const std::string prefix = expr::ToLowerAscii(text.substr(0, 2));
-    return prefix == "&h" || prefix == "&o";
+    if (text.size() < 2 || text[0] != '&') return false;
+    const char marker = expr::ToLowerAscii(text[1]);
+    return marker == 'h' || marker == 'o';
 }
 
 // Most operands are one number or one name. Such a text holds no blank,

@@ -43,7 +43,11 @@ void LoaderWriter::OpenBlock() {
 }
 
 void LoaderWriter::WriteByte(std::uint8_t byte, bool fromWord) {
-    pText.Append(HexText(byte, 2) + "\r\n", fromWord ? WordInk : ByteInk);
+    std::string& line = pLineBuffer;
+    line.clear();
+    AppendHex(line, byte, 2);
+    line += "\r\n";
+    pText.Append(line, fromWord ? WordInk : ByteInk);
     ++pAddress;
 }
 

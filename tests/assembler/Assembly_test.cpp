@@ -157,6 +157,25 @@ TEST_F(AssemblyTest, LostCharacterAfterLoneCarriageReturn) {
     EXPECT_FALSE(run.Symbols().VariableExists("xb"));
 }
 
+// Later passes reuse the main file's lines as the first pass read them; a
+// new assembly must read the file afresh, with the options it now has.
+TEST_F(AssemblyTest, EachAssemblyReadsTheSourceAgain) {
+    Assemble(" db 1\n");
+    EXPECT_EQ(run.State().ObjectImage[0], 1);
+    Assemble(" db 2\n db 3\n");
+    EXPECT_EQ(run.State().ObjectImage[0], 2);
+    EXPECT_EQ(run.State().ObjectImage[1], 3);
+
+    // "d" with bit 7 set: an unknown word unless the parity bit is stripped.
+    source = dir.Write("prog.asm", " \xE4\xE2 4\n");
+    run.Assemble(source);
+    EXPECT_EQ(run.State().ErrorCount, 1);
+    run.Options().StripParity = true;
+    run.Assemble(source);
+    EXPECT_EQ(run.State().ErrorCount, 0);
+    EXPECT_EQ(run.State().ObjectImage[0], 4);
+}
+
 struct LimitCase {
     const char* Name;
     std::string Source;
