@@ -320,6 +320,7 @@ void Assembly::Dispatch(Statement& statement) {
     bool accepted = false;
     for (auto& handler : pHandlers) {
         if (pState.Skipping && !handler->RunsWhileSkipping()) continue;
+        if (statement.Operation.empty() && !handler->TakesEmptyOperations()) continue;
         if (handler->Handle(*this, statement)) {
             accepted = true;
             break;

@@ -16,6 +16,11 @@ class StatementHandler {
     // macro bodies do).
     virtual bool RunsWhileSkipping() const { return false; }
 
+    // Whether the step looks at statements without an operation word
+    // (comment and label lines): only the collection of macro bodies does;
+    // every other step acts on its operation words alone.
+    virtual bool TakesEmptyOperations() const { return false; }
+
     // Resets what the step keeps from statement to statement.
     virtual void StartPass(Assembly& /*run*/) {}
 

@@ -42,7 +42,10 @@ std::string_view OperandReader::Operand(int index) const {
 RegisterOperand OperandReader::ClassifyRegister(std::string_view operand, RegisterWidth width) {
     RegisterOperand result;
     std::string name = LineScanner::LowerCase(operand);
+    // Every indexed form has a parenthesis; most operands have none.
+    const bool mayBeIndexed = name.find('(') != std::string::npos;
     for (const std::string_view form : IndexedForms) {
+        if (!mayBeIndexed) break;
         const std::size_t at = name.find(form);
         if (at == std::string::npos) continue;
         const std::string_view displacement = operand.substr(0, at);

@@ -22,6 +22,7 @@ class MacroStep : public StatementHandler {
         : pProcessor(std::move(processor)), pRole(role) {}
 
     bool RunsWhileSkipping() const override { return pRole == Role::CollectBody; }
+    bool TakesEmptyOperations() const override { return pRole == Role::CollectBody; }
     void StartPass(Assembly& run) override;
     bool Handle(Assembly& run, Statement& statement) override;
 
