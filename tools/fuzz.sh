@@ -20,6 +20,10 @@ fi
 tools/deps.sh clang libclang-rt-14-dev
 
 build=$(realpath -m "${TRIDENT_FUZZ_BUILD_DIR:-build-fuzz}")
+# One run at a time per build directory: the logs and corpora are shared.
+mkdir -p "$build"
+exec 9>"$build/.lock"
+flock 9
 cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_CXX_COMPILER=clang++ \
     -DTRIDENT_FUZZ=ON -DTRIDENT_BUILD_TESTS=OFF -DTRIDENT_BUILD_BENCH=OFF >/dev/null
 cmake --build "$build" --target fuzz_all -j"$(nproc)"
