@@ -318,7 +318,10 @@ void Assembly::PrepareStatement(const SourceStatement& fields) {
 void Assembly::Dispatch(Statement& statement) {
     const bool skipping = pState.Skipping;
     bool accepted = false;
-    for (auto& handler : pHandlers) {
+    const DispatchIndex::StepSet steps = pDispatchIndex.StepsFor(statement.Keyword);
+    for (std::size_t i = 0; i < pHandlers.size(); ++i) {
+        if ((steps >> i & 1) == 0) continue;
+        StatementHandler* handler = pHandlers[i].get();
         if (pState.Skipping && !handler->RunsWhileSkipping()) continue;
         if (statement.Operation.empty() && !handler->TakesEmptyOperations()) continue;
         if (handler->Handle(*this, statement)) {

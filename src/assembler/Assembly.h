@@ -1,6 +1,7 @@
 #pragma once
 
 #include "assembler/ConditionalStack.h"
+#include "assembler/DispatchIndex.h"
 #include "assembler/FrontEnd.h"
 #include "assembler/Listing.h"
 #include "assembler/ListingReports.h"
@@ -172,6 +173,7 @@ class Assembly {
     };
     std::vector<SymbolOrigin> pOrigins;
     std::vector<std::unique_ptr<StatementHandler>> pHandlers;
+    DispatchIndex pDispatchIndex{pHandlers};
 
     std::optional<SourceFile> pMainFile;
     std::vector<SourceFile> pIncludeFiles;

@@ -206,6 +206,12 @@ void ControlDirectives::StartPass(Assembly& run) {
     run.Evaluator().SetDRG(AngleUnit::Radians);
 }
 
+std::vector<std::string_view> ControlDirectives::OperationWords() const {
+    std::vector<std::string_view> words;
+    for (const Directive& directive : Directives) words.push_back(directive.Name);
+    return words;
+}
+
 bool ControlDirectives::Handle(Assembly& run, Statement& statement) {
     static const KeywordIndex<Directive> index(Directives);
     const Directive* found = index.Find(statement.Keyword);

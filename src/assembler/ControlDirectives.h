@@ -12,6 +12,7 @@ class ControlDirectives : public StatementHandler {
   public:
     // Every pass starts in radians, so that all passes evaluate alike.
     void StartPass(Assembly& run) override;
+    std::vector<std::string_view> OperationWords() const override;
     bool Handle(Assembly& run, Statement& statement) override;
 };
 

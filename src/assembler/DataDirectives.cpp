@@ -103,6 +103,12 @@ double IeeeNumber(Assembly& run, std::string_view operand) {
 
 } // namespace
 
+std::vector<std::string_view> DataDirectives::OperationWords() const {
+    std::vector<std::string_view> words;
+    for (const Form& form : Forms) words.push_back(form.Name);
+    return words;
+}
+
 bool DataDirectives::Handle(Assembly& run, Statement& statement) {
     const Form* form = FindForm(statement.Keyword);
     if (!form) return false;

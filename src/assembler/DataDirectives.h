@@ -15,6 +15,7 @@ class DataBytes;
 // 0, so a statement has the same size in every pass.
 class DataDirectives : public StatementHandler {
   public:
+    std::vector<std::string_view> OperationWords() const override;
     bool Handle(Assembly& run, Statement& statement) override;
 
     // How a directive ends its data.

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <string_view>
+#include <vector>
+
 namespace trident {
 
 class Assembly;
@@ -20,6 +23,12 @@ class StatementHandler {
     // (comment and label lines): only the collection of macro bodies does;
     // every other step acts on its operation words alone.
     virtual bool TakesEmptyOperations() const { return false; }
+
+    // The operation words (lower case) the step acts on, when a fixed list
+    // decides; empty when something else does (the opcode table, the macro
+    // table, an open block, a pattern of words). The dispatch offers a
+    // statement to a step with a list only when its word is on the list.
+    virtual std::vector<std::string_view> OperationWords() const { return {}; }
 
     // Resets what the step keeps from statement to statement.
     virtual void StartPass(Assembly& /*run*/) {}

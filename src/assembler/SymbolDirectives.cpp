@@ -57,6 +57,12 @@ std::string_view FirstOperand(const Statement& statement) {
 
 } // namespace
 
+std::vector<std::string_view> SymbolDirectives::OperationWords() const {
+    std::vector<std::string_view> words{"equ", "predef"};
+    words.insert(words.end(), RedefiningWords.begin(), RedefiningWords.end());
+    return words;
+}
+
 bool SymbolDirectives::Handle(Assembly& run, Statement& statement) {
     const std::string& word = statement.Keyword;
     if (word == "equ") {

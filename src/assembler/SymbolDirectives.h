@@ -9,6 +9,7 @@ namespace trident {
 // the Z80 bit instruction.
 class SymbolDirectives : public StatementHandler {
   public:
+    std::vector<std::string_view> OperationWords() const override;
     bool Handle(Assembly& run, Statement& statement) override;
 
   private:

@@ -78,6 +78,12 @@ bool MacroProcessor::CollectBody(Assembly& run, Statement& statement) {
     return true;
 }
 
+std::vector<std::string_view> MacroProcessor::DirectiveWords() {
+    std::vector<std::string_view> words{"local", "exitm", EndWord};
+    for (const BlockDirective& block : BlockDirectives) words.push_back(block.Word);
+    return words;
+}
+
 bool MacroProcessor::ExecuteDirective(Assembly& run, Statement& statement) {
     const std::string& word = statement.Keyword;
     if (const std::optional<BlockType> type = OpeningBlock(word)) {

@@ -32,6 +32,8 @@ class MacroProcessor {
     bool CollectBody(Assembly& run, Statement& statement);
     // macro, rept, irp, irpc, a stray endm, local and exitm.
     bool ExecuteDirective(Assembly& run, Statement& statement);
+    // The words ExecuteDirective acts on.
+    static std::vector<std::string_view> DirectiveWords();
     // A statement whose operation names a stored macro.
     bool Invoke(Assembly& run, Statement& statement);
 

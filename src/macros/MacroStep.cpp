@@ -10,6 +10,11 @@ void MacroStep::StartPass(Assembly& run) {
     if (pRole == Role::CollectBody) pProcessor->StartPass(run);
 }
 
+std::vector<std::string_view> MacroStep::OperationWords() const {
+    if (pRole != Role::Directives) return {};
+    return MacroProcessor::DirectiveWords();
+}
+
 bool MacroStep::Handle(Assembly& run, Statement& statement) {
     switch (pRole) {
     case Role::CollectBody:

@@ -24,6 +24,8 @@ class MacroStep : public StatementHandler {
     bool RunsWhileSkipping() const override { return pRole == Role::CollectBody; }
     bool TakesEmptyOperations() const override { return pRole == Role::CollectBody; }
     void StartPass(Assembly& run) override;
+    // Only the directive step decides by a list of words.
+    std::vector<std::string_view> OperationWords() const override;
     bool Handle(Assembly& run, Statement& statement) override;
 
   private:
