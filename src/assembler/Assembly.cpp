@@ -42,8 +42,10 @@ Assembly::Outcome Assembly::Assemble(const std::filesystem::path& source) {
     } catch (const RunFailure& failure) {
         pFailureMessage = DescribeFailure(failure.what());
         pListing.ListError("Assembly stopped", pFailureMessage, true, pStatement.Where);
+        CloseMainFile();
         return Outcome::Failed;
     }
+    CloseMainFile();
     if (pState.TerminalStop) return Outcome::Terminated;
     if (pState.StopRequested) return Outcome::Stopped;
     return Outcome::Completed;
@@ -148,12 +150,16 @@ void Assembly::StartPass(std::int16_t pass, const std::filesystem::path& source)
 
 void Assembly::EndPass() {
     if (!pState.TerminalStop) FinishOutputs();
-    // The main file stays open for the next pass; the final pass closes it.
-    if (pState.CurrentPass == 0) pMainFile.reset();
+    // The main file stays open for the next pass.
     pIncludeFiles.clear();
     pMaclib.reset();
     pState.MaclibOpen = false;
     pState.IncludeDepth = 0;
+}
+
+void Assembly::CloseMainFile() {
+    pMainFile.reset();
+    pMainLines.Clear();
 }
 
 bool Assembly::MoreInput() const {
@@ -285,9 +291,8 @@ void Assembly::ReadFromInclude() {
 
 namespace {
 
-// Tabs inside a label or operation word list as spaces.
-// The fields were cleared before; most are empty (comment lines, operations
-// without label), and those cost nothing.
+// Tabs inside a label or operation word list as spaces. The fields were
+// cleared before, so an empty one (most are) costs nothing.
 void AssignWithoutTabs(std::string& field, std::string_view text) {
     if (text.empty()) return;
     field.assign(text);

@@ -132,6 +132,8 @@ class Assembly {
     void EmitByte(std::uint8_t byte);
     void StartPass(std::int16_t pass, const std::filesystem::path& source);
     void EndPass();
+    // The main file and its kept statements, once the assembly is over.
+    void CloseMainFile();
     void ProcessStatement();
     bool MoreInput() const;
     void LeaveFinishedExpansions();
