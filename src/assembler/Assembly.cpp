@@ -289,35 +289,19 @@ void Assembly::ReadFromInclude() {
     SetLinePosition(file.Name(), file.LineNumber(), {});
 }
 
-namespace {
-
-// Tabs inside a label or operation word list as spaces. The fields were
-// cleared before, so an empty one (most are) costs nothing.
-void AssignWithoutTabs(std::string& field, std::string_view text) {
-    if (text.empty()) return;
-    field.assign(text);
-    std::replace(field.begin(), field.end(), '\t', ' ');
-}
-
-void AssignLowerCase(std::string& field, std::string_view text) {
-    if (text.empty()) return;
-    field.assign(text);
-    for (char& c : field)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-}
-
-} // namespace
-
 void Assembly::PrepareStatement(const SourceStatement& fields) {
     pStatement.Reset();
     CopyPosition(pStatement.Where, pLinePosition);
-    AssignWithoutTabs(pStatement.Label, fields.Label);
-    AssignWithoutTabs(pStatement.Operation, fields.Operation);
-    AssignLowerCase(pStatement.Keyword, pStatement.Operation);
-    if (!fields.Comment.empty()) pStatement.Comment.assign(fields.Comment);
-    if (fields.Operands.empty()) return;
-    pStatement.Operands.assign(fields.Operands);
-    LineScanner::SplitOperands(pStatement.Operands, pStatement.OperandList);
+    // Views of the line: the scanner's label and operation words hold no
+    // blanks, so they are listed as they stand.
+    pStatement.Label = fields.Label;
+    pStatement.Operation = fields.Operation;
+    pStatement.Operands = fields.Operands;
+    pStatement.Comment = fields.Comment;
+    for (const char c : fields.Operation)
+        pStatement.Keyword += c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    if (!fields.Operands.empty())
+        LineScanner::SplitOperands(pStatement.Operands, pStatement.OperandList);
 }
 
 void Assembly::Dispatch(Statement& statement) {

@@ -4,6 +4,7 @@
 #include "assembler/SourcePosition.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace trident {
@@ -11,12 +12,14 @@ namespace trident {
 // The statement under way: its fields as scanned, its operands, and what
 // its execution leaves for the listing line.
 struct Statement {
-    std::string Label;
-    std::string Operation;
+    // The fields as written: views into the source line, valid while the
+    // statement is under way (a handler that keeps one copies it).
+    std::string_view Label;
+    std::string_view Operation;
     // Operation in lower case: directive and mnemonic names are case-blind.
     std::string Keyword;
-    std::string Operands;
-    std::string Comment;
+    std::string_view Operands;
+    std::string_view Comment;
     std::vector<std::string> OperandList;
     SourcePosition Where;
 
@@ -38,11 +41,11 @@ struct Statement {
     // Ready for the next statement; the strings keep their storage, since
     // a statement is prepared for every line of every pass.
     void Reset() {
-        Label.clear();
-        Operation.clear();
+        Label = {};
+        Operation = {};
         Keyword.clear();
-        Operands.clear();
-        Comment.clear();
+        Operands = {};
+        Comment = {};
         OperandList.clear();
         Category = LineCategory::None;
         BytesText.clear();

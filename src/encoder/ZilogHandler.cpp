@@ -68,24 +68,28 @@ void ZilogHandler::Encode(Assembly& run, Statement& statement) {
         ZilogTranslator::Translate(run, statement);
     if (!form) {
         run.ListError("Invalid Zilog operands",
-                      LineScanner::TrimBlanks(statement.Operation + " " + statement.Operands));
+                      LineScanner::TrimBlanks(std::string(statement.Operation) + " " +
+                                              std::string(statement.Operands)));
         return;
     }
+    // The translated fields live in `form` and `joined` while the 8080-style
+    // statement is encoded.
+    const std::string joined = Joined(form->Operands);
     Statement intel = statement;
     intel.Operation = form->Mnemonic;
     intel.Keyword = form->Mnemonic;
     intel.OperandList = form->Operands;
-    intel.Operands = Joined(form->Operands);
+    intel.Operands = joined;
     if (!InstructionHandler::EncodeInstruction(run, intel)) {
         // A table without the row: as the 8080-style statement would fare.
         statement.Category = LineCategory::None;
         run.ListError("Invalid Directive, Operation or Macro", intel.Operation);
         return;
     }
-    intel.Operation = std::move(statement.Operation);
+    intel.Operation = statement.Operation;
     intel.Keyword = std::move(statement.Keyword);
     intel.OperandList = std::move(statement.OperandList);
-    intel.Operands = std::move(statement.Operands);
+    intel.Operands = statement.Operands;
     statement = std::move(intel);
 }
 
@@ -99,8 +103,9 @@ void ZilogHandler::SeparateAlternateAfComment(Statement& statement) {
     const std::string rest =
         LineScanner::TrimBlanks(std::string_view(last).substr(AlternateAf.size()));
     if (rest.empty() || rest.front() != ';') return;
-    statement.Comment = rest;
-    statement.Operands.resize(statement.Operands.size() - last.size() + AlternateAf.size());
+    // The comment is the end of the operand field, which ends with `last`.
+    statement.Comment = statement.Operands.substr(statement.Operands.size() - rest.size());
+    statement.Operands.remove_suffix(last.size() - AlternateAf.size());
     last.resize(AlternateAf.size());
 }
 
