@@ -350,13 +350,8 @@ void Assembly::EmitByte(std::uint8_t byte) {
 }
 
 std::string Assembly::EmitValue(const Value& value, int width) {
-    std::uint32_t whole = 0;
-    if (const auto* integer = std::get_if<std::int32_t>(&value)) {
-        whole = static_cast<std::uint32_t>(*integer);
-    } else if (const std::optional<double> number = AsNumber(value)) {
-        whole = static_cast<std::uint32_t>(static_cast<std::int64_t>(std::trunc(*number)));
-    }
-    pOutputs.WriteValue(value, width);
+    const std::uint32_t whole = WholeBits(value);
+    pOutputs.WriteBits(whole, width);
     std::string text;
     const std::uint32_t word = whole & 0xFFFFu;
     if (width == 16) {

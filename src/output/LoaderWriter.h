@@ -20,6 +20,8 @@ class LoaderWriter {
 
     void Restart(std::uint16_t address);
     void WriteValue(const Value& value, int width);
+    // As WriteValue, for a value already reduced to its whole bits.
+    void WriteBits(std::uint32_t whole, int width);
     void Finish();
 
     const ColouredText& Text() const { return pText; }

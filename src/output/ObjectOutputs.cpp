@@ -17,9 +17,13 @@ void ObjectOutputs::Restart(std::uint16_t address) {
 }
 
 void ObjectOutputs::WriteValue(const Value& value, int width) {
-    pSrec.WriteValue(value, width);
-    pHex.WriteValue(value, width);
-    pLoader.WriteValue(value, width);
+    WriteBits(WholeBits(value), width);
+}
+
+void ObjectOutputs::WriteBits(std::uint32_t whole, int width) {
+    pSrec.WriteBits(whole, width);
+    pHex.WriteBits(whole, width);
+    pLoader.WriteBits(whole, width);
 }
 
 void ObjectOutputs::Finish(std::uint16_t startAddress) {

@@ -18,6 +18,8 @@ class ObjectOutputs {
     // The emission address jumped (org, reserved space).
     void Restart(std::uint16_t address);
     void WriteValue(const Value& value, int width);
+    // As WriteValue, for a value already reduced to its whole bits.
+    void WriteBits(std::uint32_t whole, int width);
     // Closes the open records and writes the end records.
     void Finish(std::uint16_t startAddress);
     void Clear();

@@ -21,10 +21,11 @@ void RecordWriter::Restart(std::uint16_t address) {
 }
 
 void RecordWriter::WriteValue(const Value& value, int width) {
+    WriteBits(WholeBits(value), width);
+}
+
+void RecordWriter::WriteBits(std::uint32_t whole, int width) {
     if (!pEnabled) return;
-    const std::optional<double> number = AsNumber(value);
-    const auto whole =
-        static_cast<std::uint32_t>(static_cast<std::int64_t>(number ? std::trunc(*number) : 0.0));
     if (width == 16) {
         WriteByte(static_cast<std::uint8_t>(whole & 0xFF), true);
         WriteByte(static_cast<std::uint8_t>((whole >> 8) & 0xFF), true);

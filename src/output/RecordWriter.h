@@ -25,6 +25,8 @@ class RecordWriter {
     // A value from the emitter: one byte for width 8, two (low byte first)
     // for width 16, whatever byte order the listing shows.
     void WriteValue(const Value& value, int width);
+    // As WriteValue, for a value already reduced to its whole bits.
+    void WriteBits(std::uint32_t whole, int width);
     // Closes the open record and writes the end record with the program's
     // start address. No line break follows the end record.
     void Finish(std::uint16_t startAddress);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -30,6 +31,22 @@ inline std::optional<double> AsNumber(const Value& value) {
     if (const auto* i32 = std::get_if<std::int32_t>(&value)) return *i32;
     if (const auto* d = std::get_if<double>(&value)) return *d;
     return std::nullopt;
+}
+
+// The low 32 bits (two's complement) of a number's whole part, as emitted
+// code takes it; 0 for an empty value, a string, an infinity or NaN.
+inline std::uint32_t WholeBits(const Value& value) {
+    if (const auto* i32 = std::get_if<std::int32_t>(&value))
+        return static_cast<std::uint32_t>(*i32);
+    const std::optional<double> number = AsNumber(value);
+    if (!number || !std::isfinite(*number)) return 0;
+    const double whole = std::trunc(*number);
+    if (std::fabs(whole) < 9.0e18)
+        return static_cast<std::uint32_t>(static_cast<std::int64_t>(whole));
+    constexpr double twoPow32 = 4294967296.0;
+    double low = std::fmod(whole, twoPow32);
+    if (low < 0) low += twoPow32;
+    return static_cast<std::uint32_t>(low);
 }
 
 } // namespace trident

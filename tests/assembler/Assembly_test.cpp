@@ -255,6 +255,21 @@ TEST(EmitValue, StoresLowByteFirstAndTextFollowsTheByteOrderOption) {
     }
 }
 
+TEST(EmitValue, WholeBitsOfEveryKindOfValue) {
+    struct Case {
+        Value In;
+        std::uint32_t Bits;
+    };
+    const Case cases[] = {
+        {Value{std::int32_t{-1}}, 0xFFFFFFFFu}, {Value{std::int16_t{0x1234}}, 0x1234u},
+        {Value{-2.7}, 0xFFFFFFFEu},             {Value{65537.9}, 0x10001u},
+        {Value{1e30}, 0u},                      {Value{4294967296.0 * 1e6 + 5.0}, 5u},
+        {Value{std::nan("")}, 0u},              {Value{}, 0u},
+        {Value{std::string("AB")}, 0u},
+    };
+    for (const Case& c : cases) EXPECT_EQ(WholeBits(c.In), c.Bits);
+}
+
 TEST(EmitValue, AStatementThatIsNotListedGetsNoTextButItsBytes) {
     Assembly run;
     run.State().LocationCounter = 0x100;
