@@ -1,281 +1,202 @@
-#include "assembler/Assembly.h"
+#include "SourceRun.h"
 #include "assembler/ListingColours.h"
 #include "assembler/RunFailure.h"
-#include "support/ListingBody.h"
-#include "support/TempSource.h"
 
 #include <gtest/gtest.h>
 
 namespace trident {
 namespace {
 
-// Records what the run shows a front end, and can press Stop.
-class RecordingFrontEnd : public FrontEnd {
-  public:
-    void ShowPass(int pass) override { Passes.push_back(pass); }
-    void ShowDiagnosticCounts(int errors, int warnings) override {
-        LastErrors = errors;
-        LastWarnings = warnings;
+using testing::SourceRun;
+using Passes = std::vector<int>;
+
+TEST(AssemblyRun, MissingSourceDoesNothing) {
+    SourceRun run;
+    EXPECT_EQ(run.Run().Assemble(testing::TempDir().Path() / "nosuch.asm"),
+              Assembly::Outcome::NoSource);
+    EXPECT_EQ(run.Run().Assemble(""), Assembly::Outcome::NoSource);
+    EXPECT_TRUE(run.Passes().empty());
+}
+
+// A new label in pass 1 asks for one more pass to settle, however many
+// statements of the line bring one.
+TEST(AssemblyRun, ResolvingPassesThenTheFinalPass) {
+    const std::pair<const char*, Passes> cases[] = {{"", {1, 0}},
+                                                    {"; nothing\n* at all\n\n", {1, 0}},
+                                                    {"start:\n", {1, 2, 0}},
+                                                    {"a: ! b: ! c:\n", {1, 2, 0}}};
+    for (const auto& [text, passes] : cases) {
+        SourceRun run(text);
+        EXPECT_EQ(run.Outcome(), Assembly::Outcome::Completed) << text;
+        EXPECT_EQ(run.Passes(), passes) << text;
     }
-    void Yield() override {
-        ++Yields;
-        if (Run && Yields == StopAtYield) Run->RequestStop();
-    }
-
-    std::vector<int> Passes;
-    int LastErrors = -1;
-    int LastWarnings = -1;
-    int Yields = 0;
-    int StopAtYield = -1;
-    Assembly* Run = nullptr;
-};
-
-class AssemblyTest : public ::testing::Test {
-  protected:
-    Assembly::Outcome Assemble(std::string_view text) {
-        source = dir.Write("prog.asm", text);
-        return run.Assemble(source);
-    }
-    std::string ListingText() const {
-        return testing::StatementLines(run.GetListing().Text().Text());
-    }
-
-    testing::TempDir dir;
-    RecordingFrontEnd frontEnd;
-    Assembly run{&frontEnd};
-    std::filesystem::path source;
-};
-
-TEST_F(AssemblyTest, MissingSourceDoesNothing) {
-    EXPECT_EQ(run.Assemble(dir.Path() / "nosuch.asm"), Assembly::Outcome::NoSource);
-    EXPECT_EQ(run.Assemble(""), Assembly::Outcome::NoSource);
-    EXPECT_TRUE(frontEnd.Passes.empty());
 }
 
-struct PassCase {
-    const char* Name;
-    const char* Source;
-    std::vector<int> Passes;
-};
-
-class PassSequenceTest : public AssemblyTest, public ::testing::WithParamInterface<PassCase> {};
-
-TEST_P(PassSequenceTest, RunsResolvingPassesThenTheFinalPass) {
-    EXPECT_EQ(Assemble(GetParam().Source), Assembly::Outcome::Completed);
-    EXPECT_EQ(frontEnd.Passes, GetParam().Passes);
+TEST(AssemblyRun, EmptySourceEmitsNothing) {
+    SourceRun run("");
+    EXPECT_EQ(run.Run().State().LowestAddress, 65535);
+    EXPECT_EQ(run.Run().State().HighestAddress, 0);
+    EXPECT_EQ(run.Run().State().HighestPass, 0);
+    EXPECT_EQ(run.ListingText(), "");
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Sources, PassSequenceTest,
-    ::testing::Values(PassCase{"Empty", "", {1, 0}},
-                      PassCase{"CommentsOnly", "; nothing\n* at all\n\n", {1, 0}},
-                      // A new label in pass 1 asks for one more pass to settle.
-                      PassCase{"OneLabel", "start:\n", {1, 2, 0}},
-                      PassCase{"LabelsOnSeveralStatements", "a: ! b: ! c:\n", {1, 2, 0}}),
-    [](const auto& info) { return std::string(info.param.Name); });
-
-TEST_F(AssemblyTest, EmptySourceEmitsNothing) {
-    Assemble("");
-    EXPECT_EQ(run.State().LowestAddress, 65535);
-    EXPECT_EQ(run.State().HighestAddress, 0);
-    EXPECT_EQ(run.State().HighestPass, 0);
-    EXPECT_EQ(ListingText(), "");
+TEST(AssemblyRun, ListingLineLayout) {
+    SourceRun run("start: ; first\n   ; indented comment\n");
+    EXPECT_EQ(run.ListingText(), "0000\t\tstart\t\t\t; first\t\r\n"
+                                 "0000\t\t\t\t\t; indented comment\t\r\n");
 }
 
-TEST_F(AssemblyTest, ListingLineLayout) {
-    Assemble("start: ; first\n   ; indented comment\n");
-    EXPECT_EQ(ListingText(), "0000\t\tstart\t\t\t; first\t\r\n"
-                             "0000\t\t\t\t\t; indented comment\t\r\n");
+TEST(AssemblyRun, LabelNamesItsAddressAndDollarIsDefined) {
+    SourceRun run("here:\n");
+    EXPECT_EQ(run.Symbol("here"), 0);
+    EXPECT_EQ(run.Run().Symbols().Pass(), 0);
+    EXPECT_TRUE(run.Defined("$"));
 }
 
-TEST_F(AssemblyTest, LabelNamesItsAddressAndDollarIsDefined) {
-    Assemble("here:\n");
-    clsSymbolTable& symbols = run.Symbols();
-    ASSERT_TRUE(symbols.VariableExists("here"));
-    EXPECT_EQ(AsNumber(symbols.SymVal()), 0.0);
-    EXPECT_EQ(symbols.Pass(), 0);
-    EXPECT_TRUE(symbols.VariableExists("$"));
+TEST(AssemblyRun, DiagnosticsOnlyInTheFinalPass) {
+    SourceRun run("x:\n  bogus 1,2\n");
+    EXPECT_EQ(run.Passes(), (Passes{1, 2, 0}));
+    EXPECT_EQ(run.ListingText(), "0000\t\tx\t\t\t\t\r\n"
+                                 "~Invalid Directive, Operation or Macro ~ bogus\r\n"
+                                 "0000\t\t\tbogus\t1,2\t\t\r\n");
+    EXPECT_EQ(run.Run().State().ErrorCount, 1);
+    EXPECT_EQ(run.ShownErrors(), 1);
+    ASSERT_EQ(run.Diagnostics().size(), 1u);
+    EXPECT_EQ(run.Diagnostics()[0].Where.File, run.SourcePath().string());
+    EXPECT_EQ(run.Diagnostics()[0].Where.Line, 2);
+    EXPECT_EQ(run.Diagnostics()[0].Detail, "bogus");
 }
 
-TEST_F(AssemblyTest, DiagnosticsOnlyInTheFinalPass) {
-    Assemble("x:\n  bogus 1,2\n");
-    EXPECT_EQ(frontEnd.Passes, (std::vector<int>{1, 2, 0}));
-    EXPECT_EQ(ListingText(), "0000\t\tx\t\t\t\t\r\n"
-                             "~Invalid Directive, Operation or Macro ~ bogus\r\n"
-                             "0000\t\t\tbogus\t1,2\t\t\r\n");
-    EXPECT_EQ(run.State().ErrorCount, 1);
-    EXPECT_EQ(frontEnd.LastErrors, 1);
-    ASSERT_EQ(run.GetListing().Diagnostics().size(), 1u);
-    const Diagnostic& d = run.GetListing().Diagnostics()[0];
-    EXPECT_EQ(d.Where.File, source.string());
-    EXPECT_EQ(d.Where.Line, 2);
-    EXPECT_EQ(d.Detail, "bogus");
-}
-
-TEST_F(AssemblyTest, ListAllPassesListsAndReportsEveryPass) {
+TEST(AssemblyRun, ListAllPassesListsAndReportsEveryPass) {
+    SourceRun run;
     run.Options().ListAllPasses = true;
-    Assemble("x:\n  bogus\n");
-    EXPECT_EQ(run.GetListing().Diagnostics().size(), 3u);
-    EXPECT_EQ(run.State().ErrorCount, 1) << "counts describe the last pass";
+    run.Assemble("x:\n  bogus\n");
+    EXPECT_EQ(run.Diagnostics().size(), 3u);
+    EXPECT_EQ(run.Run().State().ErrorCount, 1) << "counts describe the last pass";
 }
 
-TEST_F(AssemblyTest, DiagnosticLinesAreColoured) {
-    Assemble(" bogus\n");
-    const auto& runs = run.GetListing().Text().Runs();
+TEST(AssemblyRun, DiagnosticLinesAreColoured) {
+    SourceRun run(" bogus\n");
+    const auto& runs = run.Run().GetListing().Text().Runs();
     ASSERT_FALSE(runs.empty());
     EXPECT_EQ(runs.front().Ink, ListingColours::Error);
-    EXPECT_EQ(ListingText().substr(runs.front().Start, runs.front().Length),
+    EXPECT_EQ(run.ListingText().substr(runs.front().Start, runs.front().Length),
               "~Invalid Directive, Operation or Macro ~ bogus\r\n");
 }
 
-TEST_F(AssemblyTest, DuplicateLabelReportedOnceInTheFinalPass) {
-    Assemble("x:\nx:\n");
-    ASSERT_EQ(run.GetListing().Diagnostics().size(), 1u);
-    EXPECT_EQ(run.GetListing().Diagnostics()[0].Message, "Symbol Already Defined");
-    EXPECT_EQ(run.GetListing().Diagnostics()[0].Where.Line, 2);
+TEST(AssemblyRun, StopDuringPassOneLeavesNoListing) {
+    SourceRun run;
+    run.StopAtYield(1);
+    EXPECT_EQ(run.Assemble("a:\nb:\nc:\n"), Assembly::Outcome::Stopped);
+    EXPECT_EQ(run.Passes(), Passes{1});
+    EXPECT_EQ(run.Run().State().TotalLines, 1) << "the pass ends at the next statement boundary";
+    EXPECT_EQ(run.ListingText(), "");
 }
 
-TEST_F(AssemblyTest, StopDuringPassOneLeavesNoListing) {
-    frontEnd.Run = &run;
-    frontEnd.StopAtYield = 1;
-    EXPECT_EQ(Assemble("a:\nb:\nc:\n"), Assembly::Outcome::Stopped);
-    EXPECT_EQ(frontEnd.Passes, std::vector<int>{1});
-    EXPECT_EQ(run.State().TotalLines, 1) << "the pass ends at the next statement boundary";
-    EXPECT_EQ(ListingText(), "");
+TEST(AssemblyRun, CountersDescribeTheFinalPass) {
+    SourceRun run("a:\n! ! \n; c\n");
+    EXPECT_EQ(run.Run().State().LinesReadFromFile, 3);
+    EXPECT_EQ(run.Run().State().TotalLines, 5);
 }
 
-TEST_F(AssemblyTest, CountersDescribeTheFinalPass) {
-    Assemble("a:\n! ! \n; c\n");
-    EXPECT_EQ(run.State().LinesReadFromFile, 3);
-    EXPECT_EQ(run.State().TotalLines, 5);
-}
-
-TEST_F(AssemblyTest, LostCharacterAfterLoneCarriageReturn) {
-    Assemble("a:\rxb:\rxc:");
-    EXPECT_TRUE(run.Symbols().VariableExists("b"));
-    EXPECT_TRUE(run.Symbols().VariableExists("c"));
-    EXPECT_FALSE(run.Symbols().VariableExists("xb"));
+TEST(AssemblyRun, LostCharacterAfterLoneCarriageReturn) {
+    SourceRun run("a:\rxb:\rxc:");
+    EXPECT_TRUE(run.Defined("b"));
+    EXPECT_TRUE(run.Defined("c"));
+    EXPECT_FALSE(run.Defined("xb"));
 }
 
 // Later passes reuse the main file's lines as the first pass read them; a
 // new assembly must read the file afresh, with the options it now has.
-TEST_F(AssemblyTest, EachAssemblyReadsTheSourceAgain) {
-    Assemble(" db 1\n");
-    EXPECT_EQ(run.State().ObjectImage[0], 1);
-    Assemble(" db 2\n db 3\n");
-    EXPECT_EQ(run.State().ObjectImage[0], 2);
-    EXPECT_EQ(run.State().ObjectImage[1], 3);
+TEST(AssemblyRun, EachAssemblyReadsTheSourceAgain) {
+    SourceRun run(" db 1\n");
+    const RunState& state = run.Run().State();
+    EXPECT_EQ(state.ObjectImage[0], 1);
+    run.Assemble(" db 2\n db 3\n");
+    EXPECT_EQ(state.ObjectImage[0], 2);
+    EXPECT_EQ(state.ObjectImage[1], 3);
 
     // "d" with bit 7 set: an unknown word unless the parity bit is stripped.
-    source = dir.Write("prog.asm", " \xE4\xE2 4\n");
-    run.Assemble(source);
-    EXPECT_EQ(run.State().ErrorCount, 1);
+    run.Assemble(" \xE4\xE2 4\n");
+    EXPECT_EQ(state.ErrorCount, 1);
     run.Options().StripParity = true;
-    run.Assemble(source);
-    EXPECT_EQ(run.State().ErrorCount, 0);
-    EXPECT_EQ(run.State().ObjectImage[0], 4);
+    run.Run().Assemble(run.SourcePath());
+    EXPECT_EQ(state.ErrorCount, 0);
+    EXPECT_EQ(state.ObjectImage[0], 4);
 }
 
-struct LimitCase {
-    const char* Name;
-    std::string Source;
-    const char* Limit;
-};
-
-class RunLimitTest : public AssemblyTest, public ::testing::WithParamInterface<LimitCase> {};
-
-TEST_P(RunLimitTest, FailsTheRunNamingTheLimitAndTheLine) {
-    EXPECT_EQ(Assemble(GetParam().Source), Assembly::Outcome::Failed);
-    const std::string& message = run.FailureMessage();
-    EXPECT_NE(message.find(GetParam().Limit), std::string::npos) << message;
-    EXPECT_NE(message.find("line 2"), std::string::npos) << message;
-    EXPECT_NE(ListingText().find("~Assembly stopped ~ "), std::string::npos);
+TEST(AssemblyRun, LimitsFailTheRunNamingTheLimitAndTheLine) {
+    std::string statements = " nop", operands = "1";
+    for (int i = 1; i <= 32; ++i) statements += "! nop";
+    for (int i = 1; i <= 128; ++i) operands += ",1";
+    const std::pair<std::string, const char*> cases[] = {
+        {"ok:\n" + statements + "\n", "32 statements"},
+        {"ok:\n x " + operands + "\n", "128 operands"}};
+    for (const auto& [text, limit] : cases) {
+        SourceRun run(text);
+        EXPECT_EQ(run.Outcome(), Assembly::Outcome::Failed) << limit;
+        const std::string& message = run.Run().FailureMessage();
+        EXPECT_NE(message.find(limit), std::string::npos) << message;
+        EXPECT_NE(message.find("line 2"), std::string::npos) << message;
+        EXPECT_NE(run.ListingText().find("~Assembly stopped ~ "), std::string::npos);
+    }
 }
 
-std::string Repeated(const std::string& piece, int times, const std::string& separator) {
-    std::string text = piece;
-    for (int i = 1; i < times; ++i) text += separator + piece;
-    return text;
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Limits, RunLimitTest,
-    ::testing::Values(
-        LimitCase{"Statements", "ok:\n" + Repeated(" nop", 33, "!") + "\n", "32 statements"},
-        LimitCase{"Operands", "ok:\n x " + Repeated("1", 129, ",") + "\n", "128 operands"}),
-    [](const auto& info) { return std::string(info.param.Name); });
-
-TEST(AssemblyIndependence, TwoRunsInOneProcessShareNothing) {
-    testing::TempDir dir;
-    Assembly first;
-    Assembly second;
+TEST(AssemblyRun, TwoRunsInOneProcessShareNothing) {
+    SourceRun first, second;
     first.Options().CaseSensitiveSymbols = true;
-    EXPECT_EQ(first.Assemble(dir.Write("a.asm", "Alpha:\n")), Assembly::Outcome::Completed);
-    EXPECT_EQ(second.Assemble(dir.Write("b.asm", "beta:\n")), Assembly::Outcome::Completed);
-    EXPECT_TRUE(first.Symbols().VariableExists("Alpha"));
-    EXPECT_FALSE(first.Symbols().VariableExists("alpha"));
-    EXPECT_FALSE(second.Symbols().VariableExists("Alpha"));
+    EXPECT_EQ(first.Assemble("Alpha:\n"), Assembly::Outcome::Completed);
+    EXPECT_EQ(second.Assemble("beta:\n"), Assembly::Outcome::Completed);
+    EXPECT_TRUE(first.Defined("Alpha"));
+    EXPECT_FALSE(first.Defined("alpha"));
+    EXPECT_FALSE(second.Defined("Alpha"));
 }
 
-} // namespace
-} // namespace trident
-
-namespace trident {
-namespace {
-
+// An unlisted statement gets no text, but its bytes all the same.
 TEST(EmitValue, StoresLowByteFirstAndTextFollowsTheByteOrderOption) {
     struct Case {
         Value In;
         int Width;
-        bool BigEndian;
+        bool BigEndian, Listed;
         const char* Text;
         std::vector<std::uint8_t> Bytes;
     };
     const Case cases[] = {
-        {Value{std::int32_t{0x1234}}, 16, false, "3412", {0x34, 0x12}},
-        {Value{std::int32_t{0x1234}}, 16, true, "1234", {0x34, 0x12}},
-        {Value{std::int32_t{-1}}, 8, false, "FF", {0xFF}},
-        {Value{std::int32_t{0x1FF}}, 8, false, "FF", {0xFF}},
-        {Value{-2.0}, 16, false, "FEFF", {0xFE, 0xFF}},
-        {Value{}, 16, false, "0000", {0x00, 0x00}},
+        {Value{std::int32_t{0x1234}}, 16, false, true, "3412", {0x34, 0x12}},
+        {Value{std::int32_t{0x1234}}, 16, true, true, "1234", {0x34, 0x12}},
+        {Value{std::int32_t{0x1234}}, 16, false, false, "", {0x34, 0x12}},
+        {Value{std::int32_t{-1}}, 8, false, true, "FF", {0xFF}},
+        {Value{std::int32_t{0x1FF}}, 8, false, true, "FF", {0xFF}},
+        {Value{-2.0}, 16, false, true, "FEFF", {0xFE, 0xFF}},
+        {Value{}, 16, false, true, "0000", {0x00, 0x00}},
     };
     for (const Case& c : cases) {
         Assembly run;
         run.Options().BigEndianCode = c.BigEndian;
         run.State().LocationCounter = 0x100;
-        run.State().ListThisLine = true;
+        run.State().ListThisLine = c.Listed;
         EXPECT_EQ(run.EmitValue(c.In, c.Width), c.Text);
         const auto& image = run.State().ObjectImage;
-        EXPECT_EQ(std::vector<std::uint8_t>(image.begin() + 0x100,
-                                            image.begin() + 0x100 + c.Bytes.size()),
+        const int size = static_cast<int>(c.Bytes.size());
+        EXPECT_EQ(std::vector<std::uint8_t>(image.begin() + 0x100, image.begin() + 0x100 + size),
                   c.Bytes);
         EXPECT_EQ(run.State().LowestAddress, 0x100);
-        EXPECT_EQ(run.State().HighestAddress, 0x100 + static_cast<int>(c.Bytes.size()) - 1);
-        EXPECT_EQ(run.State().LocationCounter, 0x100 + static_cast<int>(c.Bytes.size()));
+        EXPECT_EQ(run.State().HighestAddress, 0x100 + size - 1);
+        EXPECT_EQ(run.State().LocationCounter, 0x100 + size);
     }
 }
 
 TEST(EmitValue, WholeBitsOfEveryKindOfValue) {
-    struct Case {
-        Value In;
-        std::uint32_t Bits;
-    };
-    const Case cases[] = {
-        {Value{std::int32_t{-1}}, 0xFFFFFFFFu}, {Value{std::int16_t{0x1234}}, 0x1234u},
-        {Value{-2.7}, 0xFFFFFFFEu},             {Value{65537.9}, 0x10001u},
-        {Value{1e30}, 0u},                      {Value{4294967296.0 * 1e6 + 5.0}, 5u},
-        {Value{std::nan("")}, 0u},              {Value{}, 0u},
-        {Value{std::string("AB")}, 0u},
-    };
-    for (const Case& c : cases) EXPECT_EQ(WholeBits(c.In), c.Bits);
-}
-
-TEST(EmitValue, AStatementThatIsNotListedGetsNoTextButItsBytes) {
-    Assembly run;
-    run.State().LocationCounter = 0x100;
-    EXPECT_EQ(run.EmitValue(Value{std::int32_t{0x1234}}, 16), "");
-    EXPECT_EQ(run.State().ObjectImage[0x100], 0x34);
-    EXPECT_EQ(run.State().ObjectImage[0x101], 0x12);
+    const std::pair<Value, std::uint32_t> cases[] = {{Value{std::int32_t{-1}}, 0xFFFFFFFFu},
+                                                     {Value{std::int16_t{0x1234}}, 0x1234u},
+                                                     {Value{-2.7}, 0xFFFFFFFEu},
+                                                     {Value{65537.9}, 0x10001u},
+                                                     {Value{1e30}, 0u},
+                                                     {Value{4294967296.0 * 1e6 + 5.0}, 5u},
+                                                     {Value{std::nan("")}, 0u},
+                                                     {Value{}, 0u},
+                                                     {Value{std::string("AB")}, 0u}};
+    for (const auto& [in, bits] : cases) EXPECT_EQ(WholeBits(in), bits);
 }
 
 TEST(EmitValue, AnAddressPastFFFFFailsTheRun) {

@@ -63,23 +63,12 @@ TEST(End, StopsReadingAndSetsTheStartAddress) {
     EXPECT_EQ(run.Run().State().StartAddress, 0);
 }
 
-// Records the calls that a window would turn into check boxes and boxes.
-struct WindowRecorder : FrontEnd {
-    void ShowProcessorChecks(bool z80, bool z180) override { Checks.emplace_back(z80, z180); }
-    void ShowMessage(std::string_view text) override { Messages.emplace_back(text); }
-    std::vector<std::pair<bool, bool>> Checks;
-    Texts Messages;
-};
-
 // The window's Z80 and Z180 boxes after each directive, in pass 1.
 TEST(Processor, DirectivesSetTheCheckBoxesAndTellTheWindow) {
-    testing::TempDir dir;
-    WindowRecorder window;
-    Assembly run(&window);
-    run.Assemble(dir.Write("p.asm", " z180\n .Z80\n .hd64\n i8080\n .180\n"));
+    testing::SourceRun run(" z180\n .Z80\n .hd64\n i8080\n .180\n");
     using Boxes = std::vector<std::pair<bool, bool>>;
-    ASSERT_GE(window.Checks.size(), 5u);
-    EXPECT_EQ(Boxes(window.Checks.begin(), window.Checks.begin() + 5),
+    ASSERT_GE(run.Checks().size(), 5u);
+    EXPECT_EQ(Boxes(run.Checks().begin(), run.Checks().begin() + 5),
               (Boxes{{false, true}, {true, false}, {true, true}, {false, false}, {false, true}}));
     EXPECT_FALSE(run.Options().Z80);
     EXPECT_TRUE(run.Options().Z180);
@@ -93,15 +82,13 @@ TEST(Processor, The8080SelectionWarnsAboutZ80Instructions) {
 }
 
 TEST(Maclib, MissingOrNestedLibrariesAreReported) {
-    testing::TempDir dir;
-    WindowRecorder window;
-    Assembly run(&window);
+    testing::SourceRun run;
     run.Options().ListAllPasses = true;
-    dir.Write("outer.lib", " maclib inner\n");
-    run.Assemble(dir.Write("m.asm", " maclib outer\n maclib none\n"));
-    EXPECT_EQ(window.Messages, Texts{"Can NOT open .LIB file\nFile = none.lib"});
+    run.Write("outer.lib", " maclib inner\n");
+    run.Assemble(" maclib outer\n maclib none\n");
+    EXPECT_EQ(run.Messages(), Texts{"Can NOT open .LIB file\nFile = none.lib"});
     Texts found;
-    for (const Diagnostic& d : run.GetListing().Diagnostics()) found.push_back(d.Message);
+    for (const Diagnostic& d : run.Diagnostics()) found.push_back(d.Message);
     EXPECT_EQ(found, (Texts{"Cannot nest", "Macro library error"}));
 }
 
@@ -121,16 +108,16 @@ class InclusionTest : public ::testing::Test {
     EncoderRun run;
 };
 
-TEST_F(InclusionTest, NineFilesMayBeOpenTheTenthIsRefused) {
+// Nine files may be open, the tenth is refused; a file that includes
+// itself stops at the same limit.
+TEST_F(InclusionTest, NestingStopsAtNineOpenFiles) {
     for (int n = 1; n <= 10; ++n)
         Write("inc" + std::to_string(n) + ".asm",
               " include inc" + std::to_string(n + 1) + ".asm\n db " + std::to_string(n) + "\n");
     EXPECT_EQ(run.Assemble(" include inc1.asm\n"), Assembly::Outcome::Completed);
     EXPECT_EQ(run.Bytes(), "09 08 07 06 05 04 03 02 01");
     EXPECT_EQ(run.DiagnosticTexts(), Texts{"Cannot nest more than 8 levels ~ inc10.asm"});
-}
 
-TEST_F(InclusionTest, FileThatIncludesItselfStopsAtTheLimit) {
     Write("self.asm", " include 'self.asm'\n db 1\n");
     EXPECT_EQ(run.Assemble(" include \"self.asm\"\n"), Assembly::Outcome::Completed);
     EXPECT_EQ(run.Bytes(), "01 01 01 01 01 01 01 01 01");

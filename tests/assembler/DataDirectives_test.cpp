@@ -8,45 +8,39 @@ namespace {
 using testing::EncoderRun;
 using Texts = std::vector<std::string>;
 
-struct DataCase {
-    const char* Source;
-    const char* Bytes;
-    Texts Diagnostics = {};
-};
-
-class DataBytesTest : public ::testing::TestWithParam<DataCase> {};
-
-TEST_P(DataBytesTest, EmitsTheBytesOfEachFamily) {
-    const DataCase& c = GetParam();
-    EncoderRun run;
-    EXPECT_EQ(run.Assemble(c.Source), Assembly::Outcome::Completed);
-    EXPECT_EQ(run.Bytes(), c.Bytes) << c.Source;
-    EXPECT_EQ(run.DiagnosticTexts(), c.Diagnostics) << c.Source;
+TEST(DataDirectives, EmitTheBytesOfEachFamily) {
+    struct Case {
+        const char* Source;
+        const char* Bytes;
+        Texts Diagnostics = {};
+    };
+    // clang-format off
+    const Case cases[] = {
+        {" db 'AB',0", "41 42 00"}, {" db 'A'+1", "42"}, {" db 'it''s'", "69 74 27 73"},
+        {" db \"a\\tb\"", "61 09 62"}, {" DM 'AB'", "41 C2"}, {" defm \"AB\",'CD'", "41 42 43 C4"},
+        {" dm 'AB',1", "41 42 01"}, {" .ascii 'AB'", "41 42"}, {" dc 'AB'", "41 C2"},
+        {" defc 'AB',1", "41 42 81"}, {" .ascis ''", ""}, {" dz 'AB'", "41 42 00"},
+        {" defz 1", "01 00"}, {" .asciz \"\"", "00"}, {" dw 1234h,-1", "34 12 FF FF"},
+        {" defw 'AB'", "42 41"}, {" text 'hi'", "68 69"}, {" texz 'hi'", "68 69 00"},
+        {" texts 'hi'", "68 E9"}, {" i3es 1.0", "00 00 80 3F"}, {" i3es_le -2", "00 00 00 C0"},
+        {" i3es_be 1.0", "3F 80 00 00"}, {" i3es 1.5e2", "00 00 16 43"},
+        {" i3es 2*0.25", "00 00 00 3F"}, {" i3es 0.1", "CD CC CC 3D"},
+        {" i3ed 1.0", "00 00 00 00 00 00 F0 3F"}, {" i3ed_be 1.0", "3F F0 00 00 00 00 00 00"},
+        {" i3ed_le 0.5e-1", "9A 99 99 99 99 99 A9 3F"},
+        {" db", "", {"Missing Operands ~ db"}}, {" i3ed", "", {"Missing Operands ~ i3ed"}},
+        {" db 256", "00", {"Value out of Range ~ 256 = 256"}},
+        {" db 3.5", "03", {"Value Truncated to Integer ~ 3.5 = 3.5"}},
+        {" db 'ab", "61", {"MismatchedOpenAndCloseQuotes ~ 'ab"}},
+        {" text 'a','b'", "61", {"Too many operands ~ text"}},
+        {" i3es \"ab\"", "00 00 00 00", {"Invalid Operand ~ \"ab\""}}};
+    // clang-format on
+    for (const Case& c : cases) {
+        EncoderRun run;
+        EXPECT_EQ(run.Assemble(c.Source), Assembly::Outcome::Completed);
+        EXPECT_EQ(run.Bytes(), c.Bytes) << c.Source;
+        EXPECT_EQ(run.DiagnosticTexts(), c.Diagnostics) << c.Source;
+    }
 }
-
-// clang-format off
-const DataCase DataCases[] = {
-    {" db 'AB',0", "41 42 00"}, {" db 'A'+1", "42"}, {" db 'it''s'", "69 74 27 73"},
-    {" db \"a\\tb\"", "61 09 62"}, {" DM 'AB'", "41 C2"}, {" defm \"AB\",'CD'", "41 42 43 C4"},
-    {" dm 'AB',1", "41 42 01"}, {" .ascii 'AB'", "41 42"}, {" dc 'AB'", "41 C2"},
-    {" defc 'AB',1", "41 42 81"}, {" .ascis ''", ""}, {" dz 'AB'", "41 42 00"},
-    {" defz 1", "01 00"}, {" .asciz \"\"", "00"}, {" dw 1234h,-1", "34 12 FF FF"},
-    {" defw 'AB'", "42 41"}, {" text 'hi'", "68 69"}, {" texz 'hi'", "68 69 00"},
-    {" texts 'hi'", "68 E9"}, {" i3es 1.0", "00 00 80 3F"}, {" i3es_le -2", "00 00 00 C0"},
-    {" i3es_be 1.0", "3F 80 00 00"}, {" i3es 1.5e2", "00 00 16 43"},
-    {" i3es 2*0.25", "00 00 00 3F"}, {" i3es 0.1", "CD CC CC 3D"},
-    {" i3ed 1.0", "00 00 00 00 00 00 F0 3F"}, {" i3ed_be 1.0", "3F F0 00 00 00 00 00 00"},
-    {" i3ed_le 0.5e-1", "9A 99 99 99 99 99 A9 3F"},
-    {" db", "", {"Missing Operands ~ db"}}, {" i3ed", "", {"Missing Operands ~ i3ed"}},
-    {" db 256", "00", {"Value out of Range ~ 256 = 256"}},
-    {" db 3.5", "03", {"Value Truncated to Integer ~ 3.5 = 3.5"}},
-    {" db 'ab", "61", {"MismatchedOpenAndCloseQuotes ~ 'ab"}},
-    {" text 'a','b'", "61", {"Too many operands ~ text"}},
-    {" i3es \"ab\"", "00 00 00 00", {"Invalid Operand ~ \"ab\""}}};
-// clang-format on
-
-INSTANTIATE_TEST_SUITE_P(Families, DataBytesTest, ::testing::ValuesIn(DataCases),
-                         [](const auto& info) { return "Case" + std::to_string(info.index); });
 
 TEST(DataListing, BytesRunInRowsOfFourIndentedByATab) {
     EncoderRun run;

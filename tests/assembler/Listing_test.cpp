@@ -6,6 +6,16 @@
 namespace trident {
 namespace {
 
+// The colour of the first character of `piece` in the listing.
+Colour InkOf(const Listing& listing, std::string_view piece) {
+    const ColouredText& text = listing.Text();
+    const std::size_t at = text.Text().find(piece);
+    for (const auto& run : text.Runs())
+        if (at >= run.Start && at < run.Start + run.Length) return run.Ink;
+    ADD_FAILURE() << "no run covers " << piece;
+    return {};
+}
+
 class ListingTest : public ::testing::Test {
   protected:
     ListingTest() {
@@ -17,73 +27,57 @@ class ListingTest : public ::testing::Test {
         statement.Comment = "; c";
     }
 
-    // The colour of the first character of `piece` in the listing.
-    Colour InkOf(std::string_view piece) const {
-        const ColouredText& text = listing.Text();
-        const std::size_t at = text.Text().find(piece);
-        for (const auto& run : text.Runs())
-            if (at >= run.Start && at < run.Start + run.Length) return run.Ink;
-        ADD_FAILURE() << "no run covers " << piece;
-        return {};
-    }
-
     RunState state;
     FrontEnd frontEnd;
     Listing listing{state, frontEnd};
     Statement statement;
 };
 
-TEST_F(ListingTest, ExpansionLinesShowTheLevel) {
-    state.LineAddress = 0x1A;
-    statement.BytesText = "3E05";
-    listing.ListLine(statement, 1);
-    EXPECT_EQ(listing.Text().Text(), "001A +01\t3E05\tlbl\top\tx,y\t; c\t\r\n");
-    EXPECT_EQ(InkOf("001A"), ListingColours::Directive);
-    EXPECT_EQ(InkOf("3E05"), ListingColours::Bytes);
-    EXPECT_EQ(InkOf("; c"), ListingColours::Comment);
-}
-
-TEST_F(ListingTest, ValueColumnStandsAheadOfTheBytes) {
+// The value column stands ahead of the bytes; expansion lines show their level.
+TEST_F(ListingTest, LineLayout) {
     statement.ValueText = "0005  ";
     listing.ListLine(statement, 0);
-    EXPECT_EQ(listing.Text().Text(), "0000\t0005  \tlbl\top\tx,y\t; c\t\r\n");
+    state.LineAddress = 0x1A;
+    statement.ValueText = "";
+    statement.BytesText = "3E05";
+    listing.ListLine(statement, 1);
+    EXPECT_EQ(listing.Text().Text(), "0000\t0005  \tlbl\top\tx,y\t; c\t\r\n"
+                                     "001A +01\t3E05\tlbl\top\tx,y\t; c\t\r\n");
+    EXPECT_EQ(InkOf(listing, "001A"), ListingColours::Directive);
+    EXPECT_EQ(InkOf(listing, "3E05"), ListingColours::Bytes);
+    EXPECT_EQ(InkOf(listing, "; c"), ListingColours::Comment);
 }
 
-struct CategoryCase {
-    LineCategory Category;
-    bool Z80Row, Z180Row, IndexUsed;
-    Colour Expected;
-};
-
-class CategoryColourTest : public ListingTest,
-                           public ::testing::WithParamInterface<CategoryCase> {};
-
-TEST_P(CategoryColourTest, FieldsTakeTheCategoryColour) {
-    const CategoryCase& c = GetParam();
-    statement.Category = c.Category;
-    statement.Z80Row = c.Z80Row;
-    statement.Z180Row = c.Z180Row;
-    statement.IndexUsed = c.IndexUsed;
-    listing.ListLine(statement, 0);
-    EXPECT_EQ(InkOf("lbl"), c.Expected);
+TEST_F(ListingTest, FieldsTakeTheCategoryColour) {
+    struct Case {
+        LineCategory Category;
+        bool Z80Row, Z180Row, IndexUsed;
+        Colour Expected;
+    };
+    namespace C = ListingColours;
+    using L = LineCategory;
+    const Case cases[] = {{L::None, false, false, false, C::Plain},
+                          {L::Equates, false, false, false, C::Equates},
+                          {L::MacDef, false, false, false, C::MacroDefinition},
+                          {L::MacInvoke, false, false, false, C::MacroCall},
+                          {L::Directive, false, false, false, C::Directive},
+                          {L::Control, false, false, false, C::Directive},
+                          {L::Define, false, false, false, C::Directive},
+                          {L::Ifs, false, false, false, C::Conditional},
+                          {L::Instruction, false, false, false, C::Plain},
+                          {L::Instruction, true, false, false, C::Z80Instruction},
+                          {L::Instruction, false, false, true, C::Z80Instruction},
+                          {L::Instruction, true, true, true, C::Z180Instruction}};
+    for (const Case& c : cases) {
+        Listing fresh{state, frontEnd};
+        statement.Category = c.Category;
+        statement.Z80Row = c.Z80Row;
+        statement.Z180Row = c.Z180Row;
+        statement.IndexUsed = c.IndexUsed;
+        fresh.ListLine(statement, 0);
+        EXPECT_EQ(InkOf(fresh, "lbl"), c.Expected) << static_cast<int>(c.Category);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Categories, CategoryColourTest,
-    ::testing::Values(
-        CategoryCase{LineCategory::None, false, false, false, ListingColours::Plain},
-        CategoryCase{LineCategory::Equates, false, false, false, ListingColours::Equates},
-        CategoryCase{LineCategory::MacDef, false, false, false, ListingColours::MacroDefinition},
-        CategoryCase{LineCategory::MacInvoke, false, false, false, ListingColours::MacroCall},
-        CategoryCase{LineCategory::Directive, false, false, false, ListingColours::Directive},
-        CategoryCase{LineCategory::Control, false, false, false, ListingColours::Directive},
-        CategoryCase{LineCategory::Define, false, false, false, ListingColours::Directive},
-        CategoryCase{LineCategory::Ifs, false, false, false, ListingColours::Conditional},
-        CategoryCase{LineCategory::Instruction, false, false, false, ListingColours::Plain},
-        CategoryCase{LineCategory::Instruction, true, false, false, ListingColours::Z80Instruction},
-        CategoryCase{LineCategory::Instruction, false, false, true, ListingColours::Z80Instruction},
-        CategoryCase{LineCategory::Instruction, true, true, true,
-                     ListingColours::Z180Instruction}));
 
 TEST_F(ListingTest, WhenLinesAreListed) {
     struct Case {
@@ -126,7 +120,7 @@ TEST_F(ListingTest, DiagnosticsAreCountedOnlyWhenListedOrForced) {
     EXPECT_EQ(state.WarningCount, 1);
     EXPECT_EQ(listing.Text().Text(),
               "~  *** Terminal ~ Value must be Resolved NOW ****  ~ org\r\n~loud ~ \r\n");
-    EXPECT_EQ(InkOf("~loud"), ListingColours::Warning);
+    EXPECT_EQ(InkOf(listing, "~loud"), ListingColours::Warning);
     ASSERT_EQ(listing.Diagnostics().size(), 2u);
     EXPECT_EQ(listing.Diagnostics()[0].Where.Line, 3);
     EXPECT_EQ(listing.Diagnostics()[1].Kind, Severity::Warning);

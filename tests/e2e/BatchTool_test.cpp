@@ -1,75 +1,53 @@
-#include "support/ListingBody.h"
-#include "support/RunTool.h"
-#include "support/TempSource.h"
+// Exit statuses, the summary on standard output and the diagnostics on
+// standard error.
+#include "e2e/ToolDir.h"
 
 #include <gtest/gtest.h>
 
 namespace trident {
 namespace {
 
-using testing::Quoted;
-using testing::RunTool;
-
-class BatchToolTest : public ::testing::Test {
-  protected:
-    testing::TempDir dir;
-};
-
-TEST_F(BatchToolTest, CleanSourceExitsZeroAndWritesTheListing) {
-    const auto source = dir.Write("ok.asm", "start: ; go\r\n");
-    const auto listing = dir.Path() / "ok.ls";
-    const auto result = RunTool(Quoted(source) + " --listing " + Quoted(listing), dir.Path());
+TEST(BatchTool, CleanSourceExitsZeroAndWritesTheListing) {
+    testing::ToolDir dir;
+    dir.Write("ok.asm", "start: ; go\r\n");
+    const auto result = dir.Run("{ok.asm} --listing {ok.ls}");
     EXPECT_EQ(result.Exit, 0);
     EXPECT_EQ(result.Out, "0 errors, 0 warnings\n");
     EXPECT_EQ(result.Err, "");
-    EXPECT_EQ(testing::StatementLines(testing::ReadWholeFile(listing)),
-              "0000\t\tstart\t\t\t; go\t\r\n");
+    EXPECT_EQ(dir.Listed("ok.ls"), "0000\t\tstart\t\t\t; go\t\r\n");
 }
 
-TEST_F(BatchToolTest, ErrorsGoToStandardErrorWithFileAndLine) {
-    const auto source = dir.Write("bad.asm", "; fine\n  frob x\n  zap\n");
-    const auto result = RunTool(Quoted(source), dir.Path());
-    EXPECT_EQ(result.Exit, 1);
-    const std::string file = source.string();
-    EXPECT_EQ(result.Err, file + ":2: error: Invalid Directive, Operation or Macro ~ frob\n" +
-                              file + ":3: error: Invalid Directive, Operation or Macro ~ zap\n");
-    EXPECT_EQ(result.Out, "2 errors, 0 warnings\n");
+// Statement errors and encoder errors alike name the file and the line;
+// --quiet leaves out the summary.
+TEST(BatchTool, ErrorsGoToStandardErrorWithFileAndLine) {
+    testing::ToolDir dir;
+    const std::string file = dir.Write("bad.asm", "; fine\n  frob x\n  zap\n mov m,m\n").string();
+    const std::string errors = file + ":2: error: Invalid Directive, Operation or Macro ~ frob\n" +
+                               file + ":3: error: Invalid Directive, Operation or Macro ~ zap\n" +
+                               file + ":4: error: Memory to Memory NOT allowed ~ mov\n";
+    for (const char* quiet : {"", " --quiet"}) {
+        const auto result = dir.Run("{bad.asm}" + std::string(quiet));
+        EXPECT_EQ(result.Exit, 1);
+        EXPECT_EQ(result.Err, errors);
+        EXPECT_EQ(result.Out, *quiet ? "" : "3 errors, 0 warnings\n");
+    }
 }
 
-TEST_F(BatchToolTest, MissingSourceExitsTwo) {
-    const auto result = RunTool(Quoted(dir.Path() / "nosuch.asm"), dir.Path());
-    EXPECT_EQ(result.Exit, 2);
-    EXPECT_NE(result.Err.find("no such file"), std::string::npos);
-}
-
-TEST_F(BatchToolTest, DirectoryAsSourceExitsTwo) {
-    const auto result = RunTool(Quoted(dir.Path()), dir.Path());
-    EXPECT_EQ(result.Exit, 2);
-}
-
-TEST_F(BatchToolTest, PassedLimitExitsTwoNamingTheLimitAndLine) {
-    std::string line = " nop";
-    for (int i = 0; i < 40; ++i) line += "! nop";
-    const auto source = dir.Write("limit.asm", "; one\n" + line + "\n");
-    const auto result = RunTool(Quoted(source), dir.Path());
-    EXPECT_EQ(result.Exit, 2);
-    EXPECT_NE(result.Err.find("more than 32 statements on one line"), std::string::npos)
-        << result.Err;
-    EXPECT_NE(result.Err.find("line 2"), std::string::npos) << result.Err;
-}
-
-TEST_F(BatchToolTest, UnwritableListingExitsTwoAndKeepsNothingHalfWritten) {
-    const auto source = dir.Write("ok.asm", "a:\n");
-    const auto result =
-        RunTool(Quoted(source) + " --listing " + Quoted(dir.Path() / "no" / "dir.ls"), dir.Path());
-    EXPECT_EQ(result.Exit, 2);
-    EXPECT_NE(result.Err.find("cannot write"), std::string::npos);
-}
-
-TEST_F(BatchToolTest, UsageErrorsExitTwo) {
-    EXPECT_EQ(RunTool("", dir.Path()).Exit, 2);
-    EXPECT_EQ(RunTool("--no-such-option x.asm", dir.Path()).Exit, 2);
-    const auto help = RunTool("--help", dir.Path());
+// Usage errors, a missing source and an unwritable listing exit 2.
+TEST(BatchTool, FailedRunsExitTwo) {
+    testing::ToolDir dir;
+    dir.Write("ok.asm", "a:\n");
+    const std::pair<const char*, const char*> cases[] = {
+        {"", ""},
+        {"--no-such-option x.asm", ""},
+        {"{nosuch.asm}", "no such file"},
+        {"{ok.asm} --listing {no/dir.ls}", "cannot write"}};
+    for (const auto& [arguments, message] : cases) {
+        const auto result = dir.Run(arguments);
+        EXPECT_EQ(result.Exit, 2) << arguments;
+        EXPECT_NE(result.Err.find(message), std::string::npos) << arguments << ": " << result.Err;
+    }
+    const auto help = dir.Run("--help");
     EXPECT_EQ(help.Exit, 0);
     EXPECT_NE(help.Out.find("--listing"), std::string::npos);
 }

@@ -1,10 +1,13 @@
 #pragma once
 
 #include "assembler/SourceRun.h"
+#include "support/RunTool.h"
 
 #include <cstdio>
+#include <sstream>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace trident::testing {
 
@@ -20,10 +23,10 @@ class EncoderRun : public SourceRun {
     std::string Bytes() {
         const RunState& state = Run().State();
         std::string text;
+        char pair[4];
         for (std::int32_t address = 0; address < state.LocationCounter; ++address) {
-            char pair[4];
-            std::snprintf(pair, sizeof pair, "%02X", state.ObjectImage[address]);
-            if (!text.empty()) text += ' ';
+            std::snprintf(pair, sizeof pair, address ? " %02X" : "%02X",
+                          state.ObjectImage[address]);
             text += pair;
         }
         return text;
@@ -37,5 +40,14 @@ class EncoderRun : public SourceRun {
         return Bytes();
     }
 };
+
+// The mnemonic of every row of the shipped opcode table.
+inline std::vector<std::string> ShippedMnemonics() {
+    std::istringstream table(ReadWholeFile(TRIDENT_BIN_DIR "/OpTable.def"));
+    std::vector<std::string> mnemonics;
+    for (std::string row; std::getline(table, row);)
+        if (!row.empty()) mnemonics.push_back(row.substr(0, row.find(',')));
+    return mnemonics;
+}
 
 } // namespace trident::testing

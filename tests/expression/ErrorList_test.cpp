@@ -1,3 +1,4 @@
+#include "expression/ValueText.h"
 #include "expression/clsErrorList.h"
 
 #include <gtest/gtest.h>
@@ -5,62 +6,52 @@
 namespace trident {
 namespace {
 
+using test::Drain;
+using test::Errors;
+
+// Entries are taken oldest first; the extra string may hold any printable
+// text, "~" included. The count is bounded by its type.
 TEST(ErrorList, EntriesAreTakenOldestFirstWithTheirExtraStrings) {
     clsErrorList errors;
     errors.AddError(EvalError::InvalidDecimalDigit, "G");
     errors.AddError(EvalError::ToUnsigned8, "300");
     errors.AddError(EvalError::NonExistentVariable, "loop");
+    errors.AddError(EvalError::InvalidOperator, "a~b\x7f");
+    errors.AddError(EvalError::MissingOperand);
     EXPECT_EQ(errors.Error(), 1);
-    EXPECT_EQ(errors.ErrorCount(), 3);
-
+    EXPECT_EQ(errors.ErrorCount(), 5);
     EXPECT_EQ(errors.GetNextError(), 17);
     EXPECT_EQ(errors.ExtraErrorString(), "G");
     EXPECT_EQ(errors.Error(), 17);
-    EXPECT_EQ(errors.GetNextError(), -3);
-    EXPECT_EQ(errors.ExtraErrorString(), "300");
-    EXPECT_EQ(errors.GetNextError(), 26);
-    EXPECT_EQ(errors.ExtraErrorString(), "loop");
-    EXPECT_EQ(errors.ErrorCount(), 0);
-
+    EXPECT_EQ(Drain(errors), (Errors{{-3, "300"}, {26, "loop"}, {4, "a~b"}, {8, ""}}));
     EXPECT_EQ(errors.GetNextError(), 0);
     EXPECT_EQ(errors.Error(), 0);
-}
 
-TEST(ErrorList, ExtraStringMayHoldAnyText) {
-    clsErrorList errors;
-    errors.AddError(EvalError::InvalidOperator, "a~b\x7f");
-    errors.AddError(EvalError::MissingOperand);
-    EXPECT_EQ(errors.GetNextError(), 4);
-    EXPECT_EQ(errors.ExtraErrorString(), "a~b");
-    EXPECT_EQ(errors.GetNextError(), 8);
-    EXPECT_EQ(errors.ExtraErrorString(), "");
-}
-
-TEST(ErrorList, ClearAllRemovesEntriesWhileErrorClearOnlyResetsTheCode) {
-    clsErrorList errors;
+    // Clearing all removes the entries; clearing the error only resets the code.
     errors.AddError(EvalError::InvalidNumber, "x");
     errors.AddError(EvalError::InvalidNumber, "y");
+    EXPECT_EQ(errors.Error(), 1);
     errors.ErrorClear();
     EXPECT_EQ(errors.Error(), 0);
     EXPECT_EQ(errors.ErrorCount(), 2);
     errors.ClearAllErrors();
     EXPECT_EQ(errors.ErrorCount(), 0);
     EXPECT_EQ(errors.GetNextErrorStr(), "No Error");
+    for (int i = 0; i < 40000; ++i) errors.AddError(EvalError::InvalidNumber);
+    EXPECT_EQ(errors.ErrorCount(), 32767);
 }
-
-struct ReaderCase {
-    EvalError Code;
-    const char* Extra;
-    const char* Text;
-    int CodeAfter;
-    const char* ExtraAfter;
-};
 
 // The text reader splits at "~", not at the recording separator: without a
 // "~" in the extra string only the message remains, and with one only the
 // text between the first and a second "~" is kept.
 TEST(ErrorList, TextReaderSplitsEntriesAtTilde) {
-    const ReaderCase cases[] = {
+    const struct {
+        EvalError Code;
+        const char* Extra;
+        const char* Text;
+        int CodeAfter;
+        const char* ExtraAfter;
+    } cases[] = {
         {EvalError::InvalidDecimalDigit, "G", "Invalid Decimal Digit", 17, ""},
         {EvalError::MissingOperand, "", "Missing Operand", 8, ""},
         {EvalError::NonExistentVariable, "x~loop", "loop ~ Non Existant Variable", 26, "loop"},
@@ -93,21 +84,13 @@ TEST(ErrorList, MessagesByCode) {
         {25, "MismatchedOpenAndCloseQuotes"},
         {26, "Non Existant Variable"},
         {30, "Implementation Error"},
-        {-13, "Unknown Error"},
-        {-1, "Unknown Error"},
-        {1, "Unknown Error"},
-        {2, "Unknown Error"},
-        {31, "Unknown Error"},
     };
     for (const auto& [code, message] : cases) {
         EXPECT_EQ(clsErrorList::ErrorString(code), message) << code;
     }
-}
-
-TEST(ErrorList, CountIsBoundedByItsType) {
-    clsErrorList errors;
-    for (int i = 0; i < 40000; ++i) errors.AddError(EvalError::InvalidNumber);
-    EXPECT_EQ(errors.ErrorCount(), 32767);
+    for (const int code : {-13, -1, 1, 2, 31}) {
+        EXPECT_EQ(clsErrorList::ErrorString(code), "Unknown Error") << code;
+    }
 }
 
 } // namespace

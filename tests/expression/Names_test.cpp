@@ -3,15 +3,13 @@
 #include "symbols/clsSymbolTable.h"
 
 #include <gtest/gtest.h>
-#include <vector>
 
 namespace trident {
 namespace {
 
 using test::Describe;
 using test::Drain;
-using test::ErrorEntry;
-using Errors = std::vector<ErrorEntry>;
+using test::Errors;
 
 class ExpressionNames : public ::testing::Test {
   protected:
@@ -26,61 +24,36 @@ class ExpressionNames : public ::testing::Test {
         pEvaluator.SetVariables(&pTable);
     }
 
+    std::string Evaluate(const char* text) { return Describe(pEvaluator.Evaluate(text)); }
+
     clsSymbolTable pTable;
     clsExpression pEvaluator;
 };
 
 TEST_F(ExpressionNames, NamesTakeTheirValuesFromTheSymbolTable) {
     const std::pair<const char*, const char*> cases[] = {
-        {"TRUE", "int16 -1"},
-        {"TRUE and FALSE", "int 0"},
-        {"not FALSE", "int -1"},
-        {"Loop*2", "int 32"},
-        {"$+2", "int 258"},
-        {"$ + Loop", "int 272"},
-        {"half*4", "double 2"},
-        {"greeting", "string hi"},
-        {"greeting+\"!\"", "string hi!"},
-        {"FFh", "int 7"},
-        {"0FFh+FFh", "int 262"},
-        {"..fwd+1", "int 4"},
-        {"high(Loop*256)", "int 16"},
-        {"-Loop", "int -16"},
-        {"(Loop)", "int 16"},
+        {"FFh", "int 7"},     {"-Loop", "int -16"},    {"0FFh+FFh", "int 262"},
+        {"$+2", "int 258"},   {"(Loop)", "int 16"},    {"greeting", "string hi"},
+        {"TRUE", "int16 -1"}, {"half*4", "double 2"},  {"TRUE and FALSE", "int 0"},
+        {"Loop*2", "int 32"}, {"not FALSE", "int -1"}, {"high(Loop*256)", "int 16"},
+        {"..fwd+1", "int 4"}, {"$ + Loop", "int 272"}, {"greeting+\"!\"", "string hi!"},
     };
-    for (const auto& [text, value] : cases) {
-        EXPECT_EQ(Describe(pEvaluator.Evaluate(text)), value) << text;
-    }
+    for (const auto& [text, value] : cases) EXPECT_EQ(Evaluate(text), value) << text;
     EXPECT_EQ(Drain(pEvaluator), Errors{});
+    EXPECT_TRUE(pTable.VariableExists("Loop") && pTable.Refed()) << "a look-up marks it";
 }
 
 TEST_F(ExpressionNames, UnknownNamesMakeTheResultEmptyAndAreReported) {
-    EXPECT_EQ(Describe(pEvaluator.Evaluate("later+1")), "empty");
-    EXPECT_EQ(Describe(pEvaluator.Evaluate("u8(later)*Loop")), "empty");
-    EXPECT_EQ(Describe(pEvaluator.Evaluate("later = later")), "empty");
+    for (const char* text : {"later+1", "u8(later)*Loop", "later = later", "LOOP"}) {
+        EXPECT_EQ(Evaluate(text), "empty") << text;
+    }
     EXPECT_EQ(Drain(pEvaluator),
-              (Errors{{26, "later"}, {26, "later"}, {26, "later"}, {26, "later"}}));
-}
-
-TEST_F(ExpressionNames, CaseSensitivityIsHandedToTheSymbolTable) {
-    EXPECT_EQ(Describe(pEvaluator.Evaluate("LOOP")), "empty");
-    EXPECT_EQ(Drain(pEvaluator), (Errors{{26, "LOOP"}}));
-
-    pEvaluator.SetCaseSensitive(false);
-    EXPECT_EQ(Describe(pEvaluator.Evaluate("LOOP")), "int 16");
+              (Errors{{26, "later"}, {26, "later"}, {26, "later"}, {26, "later"}, {26, "LOOP"}}));
+    pEvaluator.SetCaseSensitive(false); // handed on to the symbol table
+    EXPECT_EQ(Evaluate("LOOP"), "int 16");
     EXPECT_FALSE(pTable.CaseSensitive());
-    EXPECT_EQ(Drain(pEvaluator), Errors{});
-}
-
-TEST_F(ExpressionNames, LookUpMarksTheSymbolReferenced) {
-    pEvaluator.Evaluate("Loop");
-    ASSERT_TRUE(pTable.VariableExists("Loop"));
-    EXPECT_TRUE(pTable.Refed());
-}
-
-TEST_F(ExpressionNames, UnlinkedEvaluatorReportsMissingOperand) {
     pEvaluator.SetVariables(nullptr);
-    EXPECT_EQ(Describe(pEvaluator.Evaluate("Loop")), "empty");
+    EXPECT_EQ(Evaluate("Loop"), "empty");
     EXPECT_EQ(Drain(pEvaluator), (Errors{{3, "Loop"}}));
 }
 

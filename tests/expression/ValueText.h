@@ -5,6 +5,7 @@
 #include "symbols/Value.h"
 
 #include <cstdio>
+#include <gtest/gtest.h>
 #include <string>
 #include <utility>
 #include <vector>
@@ -27,15 +28,40 @@ inline std::string Describe(const Value& value) {
 }
 
 using ErrorEntry = std::pair<int, std::string>;
+using Errors = std::vector<ErrorEntry>;
 
-// Takes every entry off an evaluator's error list, oldest first.
-inline std::vector<ErrorEntry> Drain(clsExpression& evaluator) {
-    std::vector<ErrorEntry> entries;
-    while (evaluator.ErrorCount() > 0) {
-        const int code = evaluator.GetNextError();
-        entries.emplace_back(code, evaluator.ExtraErrorString());
+// Takes every entry off an error list (or an evaluator's), oldest first.
+template <typename List> Errors Drain(List& list) {
+    Errors entries;
+    while (list.ErrorCount() > 0) {
+        const int code = list.GetNextError();
+        entries.emplace_back(code, list.ExtraErrorString());
     }
     return entries;
+}
+
+// A text, the value it gives as Describe shows it and the entries it leaves.
+struct Case {
+    std::string Text;
+    const char* Value;
+    Errors Expected = {};
+};
+
+// Evaluates `text`, expecting the kept Result to be the value returned.
+inline Value Evaluated(clsExpression& evaluator, const std::string& text) {
+    const Value value = evaluator.Evaluate(text);
+    EXPECT_EQ(Describe(evaluator.Result()), Describe(value)) << text;
+    return value;
+}
+
+// Runs every case (a Text, a Value and the Expected entries) through `call`
+// on a fresh evaluator.
+template <typename Cases, typename Call> void Check(const Cases& cases, Call call) {
+    for (const auto& c : cases) {
+        clsExpression evaluator;
+        EXPECT_EQ(Describe(Value(call(evaluator, c.Text))), c.Value) << c.Text;
+        EXPECT_EQ(Drain(evaluator), c.Expected) << c.Text;
+    }
 }
 
 } // namespace trident::test

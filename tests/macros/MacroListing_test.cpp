@@ -23,38 +23,6 @@ constexpr const char* BodyLine2 = "0000\t\t\tdb\ta+1\t;; hidden\t";
 constexpr const char* Expanded1 = "0000 +01\t05\t\tdb\t5\t; the byte\t";
 constexpr const char* Expanded2 = "0001 +01\t06\t\tdb\t5+1\t\t";
 
-struct ListingCase {
-    bool Definitions;
-    bool Expansions;
-    Texts Lines;
-};
-
-class ListingOptionTest : public ::testing::TestWithParam<ListingCase> {};
-
-// Definition lines appear only on request, and so do expansion lines, with
-// their level after the address; ";;" comments stay out of the expansion.
-TEST_P(ListingOptionTest, ListsBodiesAndExpansionsOnRequest) {
-    EncoderRun run;
-    run.Options().ListMacroDefinitions = GetParam().Definitions;
-    run.Options().ListMacroExpansions = GetParam().Expansions;
-    EXPECT_EQ(run.Assemble(Source), Assembly::Outcome::Completed);
-    EXPECT_EQ(run.StatementLines(), GetParam().Lines);
-    EXPECT_EQ(run.Bytes(), "05 06");
-    EXPECT_EQ(run.Symbol("here"), 0) << "the call's label names its address";
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Options, ListingOptionTest,
-    ::testing::Values(ListingCase{false, false, Texts{Header, Close, Call}},
-                      ListingCase{true, false, Texts{Header, BodyLine1, BodyLine2, Close, Call}},
-                      ListingCase{false, true, Texts{Header, Close, Call, Expanded1, Expanded2}}));
-
-TEST(MacroListing, StoresTheBodyAsTabSeparatedFields) {
-    EncoderRun run;
-    run.Assemble(Source);
-    EXPECT_EQ(run.Run().Macros().MacroDefinition("M"), "\tdb\ta\t; the byte\r\n\tdb\ta+1\r\n");
-}
-
 // The colour of the fields of `line`, past its address and empty bytes column.
 Colour FieldInk(const ColouredText& text, std::string_view line) {
     const std::size_t at = text.Text().find(line) + std::string_view("0000\t\t").size();
@@ -63,14 +31,34 @@ Colour FieldInk(const ColouredText& text, std::string_view line) {
     return Colour{};
 }
 
-TEST(MacroListing, ColoursDefinitionAndCall) {
-    EncoderRun run;
-    run.Options().ListMacroDefinitions = true;
-    run.Assemble(Source);
-    const ColouredText& text = run.Run().GetListing().Text();
-    EXPECT_EQ(FieldInk(text, Header), ListingColours::MacroDefinition);
-    EXPECT_EQ(FieldInk(text, BodyLine2), ListingColours::MacroDefinition);
-    EXPECT_EQ(FieldInk(text, Call), ListingColours::MacroCall);
+// Definition lines appear only on request, and so do expansion lines, with
+// their level after the address; ";;" comments stay out of the expansion and
+// out of the stored body, whose fields are separated by tabs.
+TEST(MacroListing, ListsBodiesAndExpansionsOnRequest) {
+    const struct {
+        bool Definitions;
+        bool Expansions;
+        Texts Lines;
+    } cases[] = {
+        {false, false, Texts{Header, Close, Call}},
+        {true, false, Texts{Header, BodyLine1, BodyLine2, Close, Call}},
+        {false, true, Texts{Header, Close, Call, Expanded1, Expanded2}},
+    };
+    for (const auto& c : cases) {
+        EncoderRun run;
+        run.Options().ListMacroDefinitions = c.Definitions;
+        run.Options().ListMacroExpansions = c.Expansions;
+        EXPECT_EQ(run.Assemble(Source), Assembly::Outcome::Completed);
+        EXPECT_EQ(run.StatementLines(), c.Lines);
+        EXPECT_EQ(run.Bytes(), "05 06");
+        EXPECT_EQ(run.Symbol("here"), 0) << "the call's label names its address";
+        EXPECT_EQ(run.Run().Macros().MacroDefinition("M"), "\tdb\ta\t; the byte\r\n\tdb\ta+1\r\n");
+        if (!c.Definitions) continue;
+        const ColouredText& text = run.Run().GetListing().Text();
+        EXPECT_EQ(FieldInk(text, Header), ListingColours::MacroDefinition);
+        EXPECT_EQ(FieldInk(text, BodyLine2), ListingColours::MacroDefinition);
+        EXPECT_EQ(FieldInk(text, Call), ListingColours::MacroCall);
+    }
 }
 
 } // namespace

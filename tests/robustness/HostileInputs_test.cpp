@@ -1,11 +1,9 @@
 // Sources, opcode tables and output paths that no sane user writes, through
 // the batch tool: each run ends with its clear message and exit status,
 // never with a crash or a hang.
-#include "support/RunTool.h"
-#include "support/TempSource.h"
+#include "e2e/ToolDir.h"
 
 #include <filesystem>
-#include <functional>
 #include <gtest/gtest.h>
 #include <string>
 #include <sys/stat.h>
@@ -15,10 +13,7 @@
 namespace trident {
 namespace {
 
-using testing::Quoted;
-using testing::ReadWholeFile;
-using testing::RunTool;
-using testing::TempDir;
+using testing::ToolDir;
 using namespace std::string_literals;
 
 constexpr int Clean = 0;
@@ -27,7 +22,6 @@ constexpr int RunFailed = 2;
 
 std::string Repeat(std::string_view text, int times) {
     std::string result;
-    result.reserve(text.size() * static_cast<std::size_t>(times));
     for (int i = 0; i < times; ++i) result += text;
     return result;
 }
@@ -42,266 +36,168 @@ std::string Operands(int n) {
 
 struct HostileSource {
     const char* Name;
-    std::function<std::string()> Text;
+    std::string Text;
     int Exit;
     std::vector<std::string> Messages; // each on standard error
 };
 
+const std::string PastFFFF = "address past FFFF: the program does not fit in 64 KiB (";
+const std::string TooMany = "more than 128 operands in one statement (";
+
+// clang-format off
 const HostileSource HostileSources[] = {
-    {"NulAndHighBytes",
-     [] { return "n\0p\n nop\0\n db 0ffh\xff\n\xff\xfe: nop ; \x80\x00\n nop\n"s; },
-     ErrorsListed,
-     {"prog.asm:2: error: Invalid Directive, Operation or Macro ~ nop",
-      "prog.asm:3: error: Invalid Number ~ 0ffh\xff"}},
-    {"OnlyNulBytes", [] { return std::string(65536, '\0'); }, Clean, {}},
-    {"MegabyteComment", [] { return " nop ; " + std::string(1 << 20, 'x') + "\n"; }, Clean, {}},
-    {"MegabyteLabel",
-     [] { return std::string(1 << 20, 'a') + ": nop\n dw aaaa\n"; },
-     ErrorsListed,
-     {"prog.asm:2: error: Non Existant Variable ~ aaaa"}},
-    {"MegabyteExpression",
-     [] { return " dw " + Repeat("1+", 1 << 19) + "1\n"; },
-     ErrorsListed,
-     {"prog.asm:1: error: Value out of Range ~ 1+1+1+"}},
-    {"MegabyteString",
-     [] { return " db '" + std::string(1 << 20, 's') + "'\n"; },
-     RunFailed,
-     {"address past FFFF", "prog.asm line 1)"}},
-    {"MegabyteOfOperands",
-     [] { return Operands(1 << 19); },
-     RunFailed,
-     {"more than 128 operands in one statement (", "prog.asm line 1)"}},
-    {"ThirtyTwoStatements", [] { return Statements(32); }, Clean, {}},
-    {"ThirtyThreeStatements",
-     [] { return "; first\n" + Statements(33); },
-     RunFailed,
-     {"more than 32 statements on one line (", "prog.asm line 2)"}},
-    {"HundredTwentyEightOperands", [] { return Operands(128); }, Clean, {}},
-    {"HundredTwentyNineOperands",
-     [] { return "\n\n" + Operands(129); },
-     RunFailed,
-     {"more than 128 operands in one statement (", "prog.asm line 3)"}},
-    {"ParenthesesTenThousandDeep",
-     [] { return " db " + std::string(10000, '(') + "1" + std::string(10000, ')') + "\n"; },
-     Clean,
-     {}},
-    {"ParenthesesNeverClosed",
-     [] { return " db " + std::string(10000, '(') + "1\n"; },
-     ErrorsListed,
-     {"prog.asm:1: error: Missing ) ~ "}},
-    {"PrefixOperatorsTenThousandDeep",
-     [] { return " db " + Repeat("- + not not ", 10000) + "1\n"; },
-     Clean,
-     {}},
-    {"MacroCallingItself",
-     [] { return "m macro\n m\n endm\n m\n"; },
-     RunFailed,
-     {"macro expansion nested deeper than 255 levels (",
-      "prog.asm line 4, in expansion of macro m)"}},
-    {"IncludeOfItself",
-     [] { return " include prog.asm\n nop\n"; },
-     ErrorsListed,
-     {"error: Cannot nest more than 8 levels ~ prog.asm"}},
-    {"IncludeOfADirectory",
-     [] { return " include .\n"; },
-     ErrorsListed,
-     {"prog.asm:1: error: Include file error ~ ."}},
+    {"NulAndHighBytes", "n\0p\n nop\0\n db 0ffh\xff\n\xff\xfe: nop ; \x80\x00\n nop\n"s, ErrorsListed,
+     {"prog.asm:2: error: Invalid Directive, Operation or Macro ~ nop", "prog.asm:3: error: Invalid Number ~ 0ffh\xff"}},
+    {"OnlyNulBytes", std::string(65536, '\0'), Clean, {}},
+    {"MegabyteComment", " nop ; " + std::string(1 << 20, 'x') + "\n", Clean, {}},
+    {"MegabyteLabel", std::string(1 << 20, 'a') + ": nop\n dw aaaa\n", ErrorsListed, {"prog.asm:2: error: Non Existant Variable ~ aaaa"}},
+    {"MegabyteExpression", " dw " + Repeat("1+", 1 << 19) + "1\n", ErrorsListed, {"prog.asm:1: error: Value out of Range ~ 1+1+1+"}},
+    {"MegabyteString", " db '" + std::string(1 << 20, 's') + "'\n", RunFailed, {"address past FFFF", "prog.asm line 1)"}},
+    {"MegabyteOfOperands", Operands(1 << 19), RunFailed, {TooMany, "prog.asm line 1)"}},
+    {"ThirtyTwoStatements", Statements(32), Clean, {}},
+    {"ThirtyThreeStatements", "; first\n" + Statements(33), RunFailed, {"more than 32 statements on one line (", "prog.asm line 2)"}},
+    {"HundredTwentyEightOperands", Operands(128), Clean, {}},
+    {"HundredTwentyNineOperands", "\n\n" + Operands(129), RunFailed, {TooMany, "prog.asm line 3)"}},
+    {"ParenthesesTenThousandDeep", " db " + std::string(10000, '(') + "1" + std::string(10000, ')') + "\n", Clean, {}},
+    {"ParenthesesNeverClosed", " db " + std::string(10000, '(') + "1\n", ErrorsListed, {"prog.asm:1: error: Missing ) ~ "}},
+    {"PrefixOperatorsTenThousandDeep", " db " + Repeat("- + not not ", 10000) + "1\n", Clean, {}},
+    {"MacroCallingItself", "m macro\n m\n endm\n m\n", RunFailed,
+     {"macro expansion nested deeper than 255 levels (", "prog.asm line 4, in expansion of macro m)"}},
+    {"IncludeOfItself", " include prog.asm\n nop\n", ErrorsListed, {"error: Cannot nest more than 8 levels ~ prog.asm"}},
+    {"IncludeOfADirectory", " include .\n", ErrorsListed, {"prog.asm:1: error: Include file error ~ ."}},
     // Libraries are read in pass 1 only, so the listed error is not counted;
     // the message box text tells the user.
-    {"MaclibOfAMissingFile",
-     [] { return " maclib nosuch\n nop\n"; },
-     Clean,
-     {"Can NOT open .LIB file\nFile = nosuch.lib"}},
-    {"OrgPastFFFF",
-     [] { return " org 10000h\n db 1\n"; },
-     ErrorsListed,
-     {"prog.asm:1: error: Value out of Range ~ 10000h"}},
-    {"WordAtFFFF",
-     [] { return " org 0ffffh\n dw 1\n"; },
-     RunFailed,
-     {"address past FFFF: the program does not fit in 64 KiB (", "prog.asm line 2)"}},
-    {"DataRunningPastFFFF",
-     [] { return " org 0fffeh\n db 1,2,3\n"; },
-     RunFailed,
-     {"address past FFFF: the program does not fit in 64 KiB (", "prog.asm line 2)"}},
-    {"StorageRunningPastFFFF",
-     [] { return " org 0fff0h\n ds 20h\n nop\n"; },
-     RunFailed,
-     {"address past FFFF", "prog.asm line 3)"}},
+    {"MaclibOfAMissingFile", " maclib nosuch\n nop\n", Clean, {"Can NOT open .LIB file\nFile = nosuch.lib"}},
+    {"OrgPastFFFF", " org 10000h\n db 1\n", ErrorsListed, {"prog.asm:1: error: Value out of Range ~ 10000h"}},
+    {"WordAtFFFF", " org 0ffffh\n dw 1\n", RunFailed, {PastFFFF, "prog.asm line 2)"}},
+    {"DataRunningPastFFFF", " org 0fffeh\n db 1,2,3\n", RunFailed, {PastFFFF, "prog.asm line 2)"}},
+    {"StorageRunningPastFFFF", " org 0fff0h\n ds 20h\n nop\n", RunFailed, {"address past FFFF", "prog.asm line 3)"}},
 };
+// clang-format on
 
-void PrintTo(const HostileSource& hostile, std::ostream* out) {
-    *out << hostile.Name;
+TEST(HostileSources, EachEndsWithItsMessage) {
+    for (const HostileSource& hostile : HostileSources) {
+        SCOPED_TRACE(hostile.Name);
+        ToolDir dir;
+        dir.Write("prog.asm", hostile.Text);
+        const auto result = dir.Run("{prog.asm} --quiet --listing {prog.ls} --hex {prog.hex}");
+        EXPECT_EQ(result.Exit, hostile.Exit) << result.Err.substr(0, 2000);
+        for (const std::string& message : hostile.Messages)
+            EXPECT_NE(result.Err.find(message), std::string::npos)
+                << "missing: " << message << "\nin: " << result.Err.substr(0, 2000);
+        // Even a failed run leaves its listing, naming what went wrong.
+        EXPECT_TRUE(std::filesystem::exists(dir.At("prog.ls")));
+    }
 }
 
-class HostileSourceTest : public ::testing::TestWithParam<HostileSource> {
-  protected:
-    TempDir dir;
-};
-
-TEST_P(HostileSourceTest, EndsWithItsMessage) {
-    const HostileSource& hostile = GetParam();
-    const auto source = dir.Write("prog.asm", hostile.Text());
-    const auto listing = dir.Path() / "prog.ls";
-    const auto result = RunTool(Quoted(source) + " --quiet --listing " + Quoted(listing) +
-                                    " --hex " + Quoted(dir.Path() / "prog.hex"),
-                                dir.Path());
-    EXPECT_EQ(result.Exit, hostile.Exit) << result.Err.substr(0, 2000);
-    for (const std::string& message : hostile.Messages)
-        EXPECT_NE(result.Err.find(message), std::string::npos)
-            << "missing: " << message << "\nin: " << result.Err.substr(0, 2000);
-    // Even a failed run leaves its listing, naming what went wrong.
-    EXPECT_TRUE(std::filesystem::exists(listing));
+// No assembly starts with a damaged table, and the message says what is wrong.
+TEST(HostileFiles, DamagedOpcodeTables) {
+    const std::pair<std::string, std::string> tables[] = {
+        {"nop,0,1,blank,NO,8080\nhlt,118,1\n", "row 2 ends before its class field"},
+        {"nop,256,1,blank,NO,8080\n", "the opcode field of row 1 (256)"},
+        {"nop,0,40000,blank,NO,8080\n", "the spare field of row 1 (40000)"},
+        {"nop,zero,1,blank,NO,8080\n", "is not a whole number"},
+        {std::string("\x01\xff\0,\0\n", 6), "Unable to read OpTable.Def"}};
+    for (const auto& [table, message] : tables) {
+        SCOPED_TRACE(message);
+        ToolDir dir;
+        dir.Write("prog.asm", " nop\n");
+        dir.Write("OpTable.def", table);
+        const auto result = dir.Run("{prog.asm} --quiet --optable {OpTable.def}");
+        EXPECT_EQ(result.Exit, RunFailed);
+        EXPECT_NE(result.Err.find("Unable to read OpTable.Def to initialize Assembler"),
+                  std::string::npos)
+            << result.Err;
+        EXPECT_NE(result.Err.find(message), std::string::npos) << result.Err;
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(Sources, HostileSourceTest, ::testing::ValuesIn(HostileSources),
-                         [](const auto& info) { return std::string(info.param.Name); });
-
-struct DamagedTable {
-    const char* Name;
-    std::string Text;
-    std::string Message;
-};
-
-const DamagedTable DamagedTables[] = {
-    {"MissingFields", "nop,0,1,blank,NO,8080\nhlt,118,1\n", "row 2 ends before its class field"},
-    {"OpcodeOutOfRange", "nop,256,1,blank,NO,8080\n", "the opcode field of row 1 (256)"},
-    {"SpareOutOfRange", "nop,0,40000,blank,NO,8080\n", "the spare field of row 1 (40000)"},
-    {"OpcodeNotANumber", "nop,zero,1,blank,NO,8080\n", "is not a whole number"},
-    {"BinaryJunk", std::string("\x01\xff\0,\0\n", 6), "Unable to read OpTable.Def"},
-};
-
-void PrintTo(const DamagedTable& table, std::ostream* out) {
-    *out << table.Name;
-}
-
-class DamagedTableTest : public ::testing::TestWithParam<DamagedTable> {
-  protected:
-    TempDir dir;
-};
-
-TEST_P(DamagedTableTest, NoAssemblyStarts) {
-    const auto source = dir.Write("prog.asm", " nop\n");
-    const auto table = dir.Write("OpTable.def", GetParam().Text);
-    const auto result = RunTool(Quoted(source) + " --quiet --optable " + Quoted(table), dir.Path());
-    EXPECT_EQ(result.Exit, RunFailed);
-    EXPECT_NE(result.Err.find("Unable to read OpTable.Def to initialize Assembler"),
-              std::string::npos)
-        << result.Err;
-    EXPECT_NE(result.Err.find(GetParam().Message), std::string::npos) << result.Err;
-}
-
-INSTANTIATE_TEST_SUITE_P(Tables, DamagedTableTest, ::testing::ValuesIn(DamagedTables),
-                         [](const auto& info) { return std::string(info.param.Name); });
-
-class HostileFileTest : public ::testing::Test {
-  protected:
-    TempDir dir;
-};
-
-TEST_F(HostileFileTest, SymbolFileOfValuesBeyondTheIntegers) {
-    const auto source = dir.Write("prog.asm", "big equ 9223372036854777856\n"
-                                              "neg equ -9223372036854777856\n"
-                                              "huge equ 1e300\n");
-    const auto symbols = dir.Path() / "prog.sym";
-    const auto result = RunTool(Quoted(source) + " --symbols " + Quoted(symbols), dir.Path());
+TEST(HostileFiles, SymbolFileOfValuesBeyondTheIntegers) {
+    ToolDir dir;
+    dir.Write("prog.asm", "big equ 9223372036854777856\nneg equ -9223372036854777856\n"
+                          "huge equ 1e300\n");
+    const auto result = dir.Run("{prog.asm} --symbols {prog.sym}");
     EXPECT_EQ(result.Exit, Clean) << result.Err;
-    EXPECT_EQ(ReadWholeFile(symbols), "big EQU 00800H\r\nhuge EQU 00000H\r\nneg EQU 0F800H\r\n");
+    EXPECT_EQ(dir.Read("prog.sym"), "big EQU 00800H\r\nhuge EQU 00000H\r\nneg EQU 0F800H\r\n");
 }
 
-TEST_F(HostileFileTest, TableOfThreeHundredRowsLoadsItsFirst257) {
+TEST(HostileFiles, TableOfThreeHundredRowsLoadsItsFirst257) {
+    ToolDir dir;
     std::string rows;
     for (int i = 0; i < 300; ++i) rows += "op" + std::to_string(i) + ",0,1,blank,NO,8080\n";
-    const auto table = dir.Write("OpTable.def", rows);
-    const auto source = dir.Write("prog.asm", " op0\n op256\n op257\n op299\n");
-    const auto result = RunTool(Quoted(source) + " --optable " + Quoted(table), dir.Path());
+    dir.Write("OpTable.def", rows + "bad,999,x\n"); // never read
+    const std::string file = dir.Write("prog.asm", " op0\n op256\n op257\n op299\n").string();
+    const auto result = dir.Run("{prog.asm} --optable {OpTable.def}");
     EXPECT_EQ(result.Exit, ErrorsListed);
-    const std::string file = source.string();
     EXPECT_EQ(result.Err, file + ":3: error: Invalid Directive, Operation or Macro ~ op257\n" +
                               file + ":4: error: Invalid Directive, Operation or Macro ~ op299\n");
 }
 
-TEST_F(HostileFileTest, TableThatIsADirectoryOrMissing) {
-    const auto source = dir.Write("prog.asm", " nop\n");
-    for (const auto& table : {dir.Path(), dir.Path() / "nosuch.def"}) {
-        const auto result = RunTool(Quoted(source) + " --optable " + Quoted(table), dir.Path());
-        EXPECT_EQ(result.Exit, RunFailed);
-        EXPECT_NE(result.Err.find("Unable to read OpTable.Def"), std::string::npos) << result.Err;
-    }
-}
-
-TEST_F(HostileFileTest, SourceThatIsADirectory) {
-    const auto result = RunTool(Quoted(dir.Path()), dir.Path());
+TEST(HostileFiles, SourceThatIsADirectory) {
+    ToolDir dir;
+    const auto result = dir.Run(testing::Quoted(dir.Path()));
     EXPECT_EQ(result.Exit, RunFailed);
     EXPECT_EQ(result.Err, dir.Path().string() + ": not a readable file\n");
 }
 
-TEST_F(HostileFileTest, UnreadableSource) {
+TEST(HostileFiles, UnreadableSource) {
     // Permissions do not stop root from reading.
     if (::geteuid() == 0) GTEST_SKIP() << "running as root";
-    const auto source = dir.Write("prog.asm", " nop\n");
-    std::filesystem::permissions(source, std::filesystem::perms::none);
-    const auto result = RunTool(Quoted(source), dir.Path());
+    ToolDir dir;
+    std::filesystem::permissions(dir.Write("prog.asm", " nop\n"), std::filesystem::perms::none);
+    const auto result = dir.Run("{prog.asm}");
     EXPECT_EQ(result.Exit, RunFailed);
     EXPECT_NE(result.Err.find("cannot read the source file"), std::string::npos) << result.Err;
 }
 
-TEST_F(HostileFileTest, OutputPathThatIsADirectory) {
-    const auto source = dir.Write("prog.asm", " nop\n");
-    const auto target = dir.Path() / "out";
-    std::filesystem::create_directory(target);
+TEST(HostileFiles, OutputPathThatIsADirectory) {
+    ToolDir dir;
+    dir.Write("prog.asm", " nop\n");
+    std::filesystem::create_directory(dir.At("out"));
     dir.Write("out/keep", "kept");
-    const auto result = RunTool(Quoted(source) + " --hex " + Quoted(target), dir.Path());
+    const auto result = dir.Run("{prog.asm} --hex {out}");
     EXPECT_EQ(result.Exit, RunFailed);
-    EXPECT_NE(result.Err.find("cannot write " + target.string()), std::string::npos) << result.Err;
-    EXPECT_EQ(ReadWholeFile(target / "keep"), "kept");
+    EXPECT_NE(result.Err.find("cannot write " + dir.At("out").string()), std::string::npos)
+        << result.Err;
+    EXPECT_EQ(dir.Read("out/keep"), "kept");
 }
 
 // A save that fails half way leaves the previous file as it was and no
-// temporary behind.
-class FailedSaveTest : public ::testing::Test {
-  protected:
-    void SetUp() override {
-        source = dir.Write("prog.asm", Repeat(" nop ; a line of some length\n", 400));
-        listing = dir.Write("prog.ls", "previous listing");
+// temporary behind: a directory where the temporary would go stops the save
+// for every user, as does a full disk.
+TEST(FailedSave, WhenTheTemporaryCannotBeCreated) {
+    for (const char* option : {"--listing", "--hex"}) {
+        ToolDir dir;
+        dir.Write("prog.asm", " nop\n");
+        dir.Write("prog.out", "previous file");
+        std::filesystem::create_directory(dir.At("prog.out.tmp~"));
+        const auto result = dir.Run("{prog.asm} " + std::string(option) + " {prog.out}");
+        EXPECT_EQ(result.Exit, RunFailed) << option;
+        EXPECT_NE(result.Err.find("cannot write"), std::string::npos) << result.Err;
+        EXPECT_EQ(dir.Read("prog.out"), "previous file") << option;
     }
-    void ExpectPreviousKept() {
-        EXPECT_EQ(ReadWholeFile(listing), "previous listing");
-        for (const auto& entry : std::filesystem::directory_iterator(dir.Path()))
-            EXPECT_EQ(entry.path().filename().string().find(".tmp"), std::string::npos)
-                << entry.path();
-    }
-
-    TempDir dir;
-    std::filesystem::path source;
-    std::filesystem::path listing;
-};
-
-TEST_F(FailedSaveTest, WhenTheTemporaryCannotBeCreated) {
-    std::filesystem::create_directory(dir.Path() / "prog.ls.tmp~");
-    const auto result = RunTool(Quoted(source) + " --listing " + Quoted(listing), dir.Path());
-    EXPECT_EQ(result.Exit, RunFailed);
-    EXPECT_NE(result.Err.find("cannot write"), std::string::npos) << result.Err;
-    EXPECT_EQ(ReadWholeFile(listing), "previous listing");
 }
 
-TEST_F(FailedSaveTest, WhenTheDiskIsFull) {
+TEST(FailedSave, WhenTheDiskIsFull) {
+    ToolDir dir;
+    dir.Write("prog.asm", Repeat(" nop ; a line of some length\n", 400));
+    dir.Write("prog.ls", "previous listing");
     // A file size limit makes every write past a few kilobytes fail as a
     // full disk does (the signal it would raise is ignored, so the write
     // reports the error instead).
-    const auto out = dir.Path() / "stdout.txt";
-    const auto err = dir.Path() / "stderr.txt";
-    const std::string command = "trap '' XFSZ; ulimit -f 4; exec '" + std::string(TRIDENT_BIN_DIR) +
-                                "/trident-asm' " + Quoted(source) + " --listing " +
-                                Quoted(listing) + " >" + Quoted(out) + " 2>" + Quoted(err);
-    const int status = std::system(command.c_str());
+    const int status = std::system(
+        ("trap '' XFSZ; ulimit -f 4; exec '" TRIDENT_BIN_DIR "/trident-asm' " +
+         testing::Quoted(dir.At("prog.asm")) + " --listing " + testing::Quoted(dir.At("prog.ls")) +
+         " >/dev/null 2>" + testing::Quoted(dir.At("stderr.txt")))
+            .c_str());
     ASSERT_TRUE(WIFEXITED(status)) << status;
     EXPECT_EQ(WEXITSTATUS(status), RunFailed);
-    EXPECT_NE(ReadWholeFile(err).find("cannot write " + listing.string()), std::string::npos)
-        << ReadWholeFile(err);
-    std::filesystem::remove(out);
-    std::filesystem::remove(err);
-    ExpectPreviousKept();
+    const std::string err = dir.Read("stderr.txt");
+    EXPECT_NE(err.find("cannot write " + dir.At("prog.ls").string()), std::string::npos) << err;
+    std::filesystem::remove(dir.At("stderr.txt"));
+    EXPECT_EQ(dir.Read("prog.ls"), "previous listing");
+    for (const auto& entry : std::filesystem::directory_iterator(dir.Path()))
+        EXPECT_EQ(entry.path().filename().string().find(".tmp"), std::string::npos) << entry.path();
 }
 
 } // namespace

@@ -12,6 +12,7 @@ namespace trident {
 namespace {
 
 using Entry = std::pair<std::string, Value>;
+using Reports = std::vector<std::pair<std::string, std::string>>;
 
 // The used slots as the cursor properties show them.
 std::vector<Entry> Contents(clsSymbolTable& table) {
@@ -64,7 +65,7 @@ TEST(SymbolTable, ForwardReferenceIsReportedButStillResolves) {
                           Case{"..X", "$..X", 1, false}, Case{".$.X", "..X", 1, true}}) {
         clsSymbolTable table;
         table.SetCaseSensitive(false);
-        std::vector<std::pair<std::string, std::string>> reports;
+        Reports reports;
         table.SetErrorSink([&](std::string_view message, std::string_view detail) {
             reports.emplace_back(message, detail);
         });
@@ -79,12 +80,9 @@ TEST(SymbolTable, ForwardReferenceIsReportedButStillResolves) {
         EXPECT_EQ(table.Variable(c.Query), Value{std::int32_t{42}});
         EXPECT_EQ(table.Index(), 1);
         EXPECT_TRUE(table.Refed());
-        const auto expected =
-            c.Reported
-                ? std::vector<std::pair<std::string, std::string>>{{"Invalid forward reference",
-                                                                    c.Query}}
-                : std::vector<std::pair<std::string, std::string>>{};
-        EXPECT_EQ(reports, expected) << c.Query;
+        EXPECT_EQ(reports,
+                  (c.Reported ? Reports{{"Invalid forward reference", c.Query}} : Reports{}))
+            << c.Query;
     }
 }
 
@@ -190,14 +188,11 @@ TEST(SymbolTable, CursorOutOfRangeIsIgnoredAndReadsNeutral) {
 }
 
 TEST(SymbolTable, ToSigned32WrapsIntoTheSignedRange) {
-    for (const auto& [x, expected] :
-         std::vector<std::pair<double, double>>{{1.9, 1},
-                                                {-1.9, -1},
-                                                {2147483647, 2147483647},
-                                                {2147483648, -2147483648.0},
-                                                {4294967295, -1},
-                                                {4294967301.5, 5},
-                                                {-2147483649.0, 2147483647}}) {
+    const std::pair<double, double> cases[] = {
+        {1.9, 1},   {4294967295, -1},  {2147483647, 2147483647},    {-2147483649.0, 2147483647},
+        {-1.9, -1}, {4294967301.5, 5}, {2147483648, -2147483648.0},
+    };
+    for (const auto& [x, expected] : cases) {
         EXPECT_EQ(clsSymbolTable::ToSigned32(x), expected) << x;
     }
 }
@@ -215,10 +210,9 @@ TEST(SymbolTable, IndexAgreesWithALinearScanUnderRandomOperations) {
             if (text != "$") std::erase(text, '$');
             return text;
         };
-        for (std::size_t i = 0; i < model.size(); ++i) {
-            if (key(model[i].first) == key(name)) return static_cast<int>(i);
-        }
-        return -1;
+        const auto same = [&](const Entry& entry) { return key(entry.first) == key(name); };
+        const auto at = std::find_if(model.begin(), model.end(), same);
+        return at == model.end() ? -1 : static_cast<int>(at - model.begin());
     };
     const auto erase = [&](int slot) {
         if (slot >= 0 && slot < static_cast<int>(model.size())) model.erase(model.begin() + slot);
@@ -227,28 +221,20 @@ TEST(SymbolTable, IndexAgreesWithALinearScanUnderRandomOperations) {
     clsSymbolTable table;
     for (int step = 0; step < 3000; ++step) {
         const std::string& name = pool[random() % pool.size()];
-        switch (random() % 7) {
-        case 0:
-        case 1:
-        case 2:
+        const unsigned operation = random() % 7;
+        if (operation < 3) {
             table.SetVariable(name, std::int32_t{step});
-            if (const int slot = find(name); slot >= 0) {
-                model[slot].second = std::int32_t{step};
-            } else {
-                model.emplace_back(name, std::int32_t{step});
-            }
-            break;
-        case 3:
+            const int slot = find(name);
+            if (slot < 0) model.emplace_back(name, Value{});
+            model[slot < 0 ? model.size() - 1 : slot].second = std::int32_t{step};
+        } else if (operation == 3) {
             table.DeleteByName(name);
             erase(find(name));
-            break;
-        case 4: {
+        } else if (operation == 4) {
             const int slot = static_cast<int>(random() % (model.size() + 2));
             table.DeleteByIndex(static_cast<std::int16_t>(slot));
             erase(slot);
-            break;
-        }
-        case 5: {
+        } else if (operation == 5) {
             // Names equal case-blind have no defined order: check the sort,
             // then adopt the table's order.
             table.Sort();
@@ -259,12 +245,9 @@ TEST(SymbolTable, IndexAgreesWithALinearScanUnderRandomOperations) {
             ASSERT_TRUE(
                 std::is_permutation(sorted.begin(), sorted.end(), model.begin(), model.end()));
             model = sorted;
-            break;
-        }
-        default:
+        } else {
             caseSensitive = !caseSensitive;
             table.SetCaseSensitive(caseSensitive);
-            break;
         }
         ASSERT_EQ(Contents(table), model) << "step " << step;
         for (const std::string& probe : pool) {
