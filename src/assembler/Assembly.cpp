@@ -131,7 +131,9 @@ void Assembly::StartPass(std::int16_t pass, const std::filesystem::path& source)
     pOutputs.SetLoaderStyle(pState.Options.Loader);
     pOutputs.StartPass(pass == 0);
     pLineStatements = {};
+    pLinePrepared = {};
     pNextStatement = 0;
+    pLineFromMainFile = false;
     // The parity option may have changed since the lines were kept.
     if (pMainLines.StrippedParity() != pState.Options.StripParity) pMainLines.Clear();
 
@@ -158,8 +160,10 @@ void Assembly::EndPass() {
 }
 
 void Assembly::CloseMainFile() {
-    pMainFile.reset();
     pMainLines.Clear();
+    pLineStatements = {};
+    pLinePrepared = {};
+    pMainFile.reset();
 }
 
 bool Assembly::MoreInput() const {
@@ -192,55 +196,71 @@ void Assembly::ProcessStatement() {
         pNextStatement = 0;
     }
     ++pState.TotalLines;
-    PrepareStatement(pLineStatements[pNextStatement++]);
+    MainFileLines::Prepared* const kept =
+        pLinePrepared.empty() ? nullptr : &pLinePrepared[pNextStatement];
+    PrepareStatement(pLineStatements[pNextStatement++], kept);
     Dispatch(pStatement);
     pListing.ListLine(pStatement, pLineMacroDepth);
 }
 
-namespace {
-
-// A position is copied for every line and every statement, and its file and
-// macro names rarely change from one to the next.
-void AssignIfDifferent(std::string& to, std::string_view from) {
-    if (to != from) to.assign(from);
-}
-
-void CopyPosition(SourcePosition& to, const SourcePosition& from) {
-    AssignIfDifferent(to.File, from.File);
-    to.Line = from.Line;
-    AssignIfDifferent(to.Macro, from.Macro);
-}
-
-} // namespace
-
 void Assembly::SetLinePosition(const std::string& file, int line, std::string_view macro) {
-    AssignIfDifferent(pLinePosition.File, file);
+    if (pLinePosition.File != file || pLinePosition.Macro != macro) {
+        pLinePosition.File = file;
+        pLinePosition.Macro = macro;
+        ++pLineNamesVersion;
+    }
     pLinePosition.Line = line;
-    AssignIfDifferent(pLinePosition.Macro, macro);
+}
+
+// A position is copied for every statement, and its file and macro names
+// change only when the line comes from another source.
+void Assembly::PositionStatement() {
+    if (pStatementNamesVersion != pLineNamesVersion) {
+        pStatement.Where.File = pLinePosition.File;
+        pStatement.Where.Macro = pLinePosition.Macro;
+        pStatementNamesVersion = pLineNamesVersion;
+    }
+    pStatement.Where.Line = pLinePosition.Line;
 }
 
 void Assembly::ReadNextLine() {
+    pLinePrepared = {};
     if (!pExpansions.empty() || pState.MaclibOpen || !pIncludeFiles.empty()) {
+        pLineFromMainFile = false;
         ReadOtherLine();
         SplitLine();
         return;
     }
     ++pState.LinesReadFromFile;
-    const std::string_view line = pMainFile->ReadSourceLine();
-    SetLinePosition(pMainFile->Name(), pMainFile->LineNumber(), {});
-    const auto index = static_cast<std::size_t>(pMainFile->LineNumber() - 1);
+    const auto index = static_cast<std::size_t>(pMainFile->LineNumber());
     if (pMainLines.Has(index)) {
+        pMainFile->SkipLine(pMainLines.NextLineStart(index));
+        SetMainFilePosition();
         pLineStatements = pMainLines.Statements(index);
+        pLinePrepared = pMainLines.PreparedOf(index);
         return;
     }
+    const std::string_view line = pMainFile->ReadSourceLine();
+    SetMainFilePosition();
     // A line that fails to split names itself in the failure.
-    CopyPosition(pStatement.Where, pLinePosition);
-    pLineStatements = pMainLines.Add(line, pState.Options.StripParity);
+    PositionStatement();
+    pLineStatements = pMainLines.Add(line, pState.Options.StripParity, pMainFile->Position());
+    pLinePrepared = pMainLines.PreparedOf(index);
+}
+
+// The main file's name stays put from one of its lines to the next.
+void Assembly::SetMainFilePosition() {
+    if (pLineFromMainFile) {
+        pLinePosition.Line = pMainFile->LineNumber();
+        return;
+    }
+    SetLinePosition(pMainFile->Name(), pMainFile->LineNumber(), {});
+    pLineFromMainFile = true;
 }
 
 void Assembly::SplitLine() {
     if (pState.Options.StripParity) LineScanner::StripParityBits(pLineText);
-    CopyPosition(pStatement.Where, pLinePosition);
+    PositionStatement();
     LineScanner::SplitSourceLine(pLineText, pSplitStatements);
     pLineStatements = pSplitStatements;
 }
@@ -252,7 +272,7 @@ void Assembly::ReadOtherLine() {
         ++pState.ExpandedMacroLines;
         SetLinePosition(level.InvokedAt.File, level.InvokedAt.Line, level.Name);
         if (pState.ExpandedMacroLines > pState.Options.MaxExpandedLines) {
-            pStatement.Where = pLinePosition;
+            PositionStatement();
             throw RunFailure("more than " + std::to_string(pState.Options.MaxExpandedLines) +
                              " lines of macro expansion in one pass");
         }
@@ -289,25 +309,42 @@ void Assembly::ReadFromInclude() {
     SetLinePosition(file.Name(), file.LineNumber(), {});
 }
 
-void Assembly::PrepareStatement(const SourceStatement& fields) {
+void Assembly::PrepareStatement(const SourceStatement& fields, MainFileLines::Prepared* kept) {
     pStatement.Reset();
-    CopyPosition(pStatement.Where, pLinePosition);
+    PositionStatement();
     // Views of the line: the scanner's label and operation words hold no
     // blanks, so they are listed as they stand.
     pStatement.Label = fields.Label;
     pStatement.Operation = fields.Operation;
     pStatement.Operands = fields.Operands;
     pStatement.Comment = fields.Comment;
+    if (kept && kept->Ready) {
+        pStatement.Keyword = kept->Keyword;
+        SetOperandList(pMainLines.Operands(*kept));
+        pStatementSteps = kept->Steps;
+        return;
+    }
     for (const char c : fields.Operation)
         pStatement.Keyword += c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    if (!fields.Operands.empty())
-        LineScanner::SplitOperands(pStatement.Operands, pStatement.OperandList);
+    pOperandViews.clear();
+    if (!fields.Operands.empty()) LineScanner::SplitOperands(fields.Operands, pOperandViews);
+    SetOperandList(pOperandViews);
+    pStatementSteps = pDispatchIndex.StepsFor(pStatement.Keyword);
+    if (kept)
+        pMainLines.Keep(*kept, fields.Operation, pStatement.Keyword, pOperandViews,
+                        pStatementSteps);
+}
+
+void Assembly::SetOperandList(std::span<const std::string_view> operands) {
+    std::vector<std::string>& list = pStatement.OperandList;
+    list.resize(operands.size());
+    for (std::size_t i = 0; i < operands.size(); ++i) list[i] = operands[i];
 }
 
 void Assembly::Dispatch(Statement& statement) {
     const bool skipping = pState.Skipping;
     bool accepted = false;
-    const DispatchIndex::StepSet steps = pDispatchIndex.StepsFor(statement.Keyword);
+    const DispatchIndex::StepSet steps = pStatementSteps;
     for (std::size_t i = 0; i < pHandlers.size(); ++i) {
         if ((steps >> i & 1) == 0) continue;
         StatementHandler* handler = pHandlers[i].get();
@@ -334,7 +371,8 @@ void Assembly::ListWarning(std::string_view message, std::string_view detail, bo
 }
 
 void Assembly::TerminalStop(std::string_view detail) {
-    pMainFile.reset();
+    // The pass ends after this statement; the main file stays open until
+    // the assembly ends, since the statement's fields are views into it.
     ListError(TerminalMessage, detail, true);
     pState.TerminalStop = true;
 }

@@ -146,7 +146,12 @@ class Assembly {
     void ReadFromMaclib();
     void ReadFromInclude();
     void SetLinePosition(const std::string& file, int line, std::string_view macro);
-    void PrepareStatement(const SourceStatement& fields);
+    void SetMainFilePosition();
+    void PositionStatement();
+    // Fills the statement from its fields; `kept` is what an earlier pass
+    // kept of a main-file statement (nothing for other lines).
+    void PrepareStatement(const SourceStatement& fields, MainFileLines::Prepared* kept);
+    void SetOperandList(std::span<const std::string_view> operands);
     void Dispatch(Statement& statement);
     void RecomputeListThisLine();
     // Turns the evaluator's recorded faults into diagnostics.
@@ -188,8 +193,17 @@ class Assembly {
     std::vector<SourceStatement> pSplitStatements;
     MainFileLines pMainLines;
     std::span<const SourceStatement> pLineStatements;
+    // Parallel to pLineStatements for a main-file line, empty otherwise.
+    std::span<MainFileLines::Prepared> pLinePrepared;
     std::size_t pNextStatement = 0;
+    std::vector<std::string_view> pOperandViews;
+    DispatchIndex::StepSet pStatementSteps = 0;
     SourcePosition pLinePosition;
+    // Bumped whenever the line position's file or macro name changes, so
+    // that statements copy the names only then.
+    std::uint64_t pLineNamesVersion = 1;
+    std::uint64_t pStatementNamesVersion = 0;
+    bool pLineFromMainFile = false;
     int pLineMacroDepth = 0;
     Statement pStatement;
     std::string pFailureMessage;

@@ -133,9 +133,10 @@ SourceStatement ScanStatement(Cursor& cursor) {
     return statement;
 }
 
-int SplitList(std::string_view field, std::vector<std::string>& items, bool protectBrackets) {
-    // The list is refilled in place: its strings keep their storage from one
-    // statement to the next.
+// Items are strings (refilled in place, keeping their storage from one
+// statement to the next) or views into the field.
+template <class Item>
+int SplitList(std::string_view field, std::vector<Item>& items, bool protectBrackets) {
     std::size_t count = 0;
     Cursor cursor(field);
     while (!cursor.AtEnd()) {
@@ -161,7 +162,7 @@ int SplitList(std::string_view field, std::vector<std::string>& items, bool prot
         }
         if (took) {
             if (count < items.size())
-                items[count].assign(TrimTrailing(item));
+                items[count] = TrimTrailing(item);
             else
                 items.emplace_back(TrimTrailing(item));
             ++count;
@@ -188,6 +189,10 @@ int SplitSourceLine(std::string_view line, std::vector<SourceStatement>& stateme
 }
 
 int SplitOperands(std::string_view field, std::vector<std::string>& operands) {
+    return SplitList(field, operands, false);
+}
+
+int SplitOperands(std::string_view field, std::vector<std::string_view>& operands) {
     return SplitList(field, operands, false);
 }
 

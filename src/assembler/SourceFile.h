@@ -24,6 +24,15 @@ class SourceFile {
     // The view stays valid as long as this file is open.
     std::string_view ReadSourceLine();
 
+    // Where the next line starts in the text.
+    std::size_t Position() const { return pPos; }
+    // Passes over a line already read once, whose successor starts at
+    // `nextLineStart` (a Position taken after reading it).
+    void SkipLine(std::size_t nextLineStart) {
+        pPos = nextLineStart;
+        ++pLine;
+    }
+
     // Back to the first line.
     void Rewind() {
         pPos = 0;
