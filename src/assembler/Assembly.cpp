@@ -336,9 +336,7 @@ void Assembly::PrepareStatement(const SourceStatement& fields, MainFileLines::Pr
 }
 
 void Assembly::SetOperandList(std::span<const std::string_view> operands) {
-    std::vector<std::string>& list = pStatement.OperandList;
-    list.resize(operands.size());
-    for (std::size_t i = 0; i < operands.size(); ++i) list[i] = operands[i];
+    pStatement.OperandList.assign(operands.begin(), operands.end());
 }
 
 void Assembly::Dispatch(Statement& statement) {

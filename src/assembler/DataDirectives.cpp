@@ -168,7 +168,7 @@ void DataDirectives::EmitCharacters(DataBytes& bytes, std::string_view character
 void DataDirectives::EmitWords(Assembly& run, Statement& statement) {
     if (MissingOperands(run, statement)) return;
     DataBytes bytes(run);
-    for (const std::string& operand : statement.OperandList)
+    for (const std::string_view operand : statement.OperandList)
         bytes.Word(run.EvaluateOperand(LineScanner::TrimBlanks(operand), 16));
     statement.BytesText += bytes.Text();
 }
@@ -206,7 +206,7 @@ void DataDirectives::EmitIeee(Assembly& run, Statement& statement, const Form& f
     DataBytes bytes(run);
     const bool single = form.Kind == Family::IeeeSingle;
     const int size = single ? 4 : 8;
-    for (const std::string& operand : statement.OperandList) {
+    for (const std::string_view operand : statement.OperandList) {
         const double number = IeeeNumber(run, LineScanner::TrimBlanks(operand));
         const std::uint64_t bits = single ? std::bit_cast<std::uint32_t>(static_cast<float>(number))
                                           : std::bit_cast<std::uint64_t>(number);

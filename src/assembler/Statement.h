@@ -20,7 +20,9 @@ struct Statement {
     std::string Keyword;
     std::string_view Operands;
     std::string_view Comment;
-    std::vector<std::string> OperandList;
+    // The operands: views into the line too, or into text that the handler
+    // under way keeps alive (a translated form).
+    std::vector<std::string_view> OperandList;
     SourcePosition Where;
 
     LineCategory Category = LineCategory::None;

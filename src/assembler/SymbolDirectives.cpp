@@ -108,7 +108,7 @@ void SymbolDirectives::LoadPredefinedGroups(Assembly& run, const Statement& stat
         LoadGroups(run, AllGroups);
         return;
     }
-    for (const std::string& operand : statement.OperandList) {
+    for (const std::string_view operand : statement.OperandList) {
         if (const PredefGroup* group = FindPredefGroup(operand))
             LoadGroups(run, group->Groups);
         else

@@ -78,7 +78,7 @@ void ZilogHandler::Encode(Assembly& run, Statement& statement) {
     Statement intel = statement;
     intel.Operation = form->Mnemonic;
     intel.Keyword = form->Mnemonic;
-    intel.OperandList = form->Operands;
+    intel.OperandList.assign(form->Operands.begin(), form->Operands.end());
     intel.Operands = joined;
     if (!InstructionHandler::EncodeInstruction(run, intel)) {
         // A table without the row: as the 8080-style statement would fare.
@@ -97,7 +97,7 @@ void ZilogHandler::Encode(Assembly& run, Statement& statement) {
 // comment after ex af,af' lands in the operands; it is put back here.
 void ZilogHandler::SeparateAlternateAfComment(Statement& statement) {
     if (statement.Keyword != "ex" || statement.OperandCount() != 2) return;
-    std::string& last = statement.OperandList.back();
+    std::string_view& last = statement.OperandList.back();
     if (LineScanner::LowerCase(std::string_view(last).substr(0, AlternateAf.size())) != AlternateAf)
         return;
     const std::string rest =
@@ -106,7 +106,7 @@ void ZilogHandler::SeparateAlternateAfComment(Statement& statement) {
     // The comment is the end of the operand field, which ends with `last`.
     statement.Comment = statement.Operands.substr(statement.Operands.size() - rest.size());
     statement.Operands.remove_suffix(last.size() - AlternateAf.size());
-    last.resize(AlternateAf.size());
+    last = last.substr(0, AlternateAf.size());
 }
 
 } // namespace trident

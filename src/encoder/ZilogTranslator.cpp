@@ -375,7 +375,7 @@ bool ZilogTranslator::IsZilogMnemonic(std::string_view keyword) {
 std::optional<ZilogTranslator::IntelForm> ZilogTranslator::Translate(Assembly& run,
                                                                      const Statement& statement) {
     std::vector<ZilogOperand> operands;
-    for (const std::string& text : statement.OperandList)
+    for (const std::string_view text : statement.OperandList)
         operands.push_back(ZilogOperand::Read(text));
     const ZilogForm* form = FindForm(statement.Keyword, operands);
     if (form == nullptr) return std::nullopt;

@@ -118,7 +118,7 @@ void MacroProcessor::OpenMacro(Assembly& run, Statement& statement) {
         return;
     }
     pBlock.Name = LineScanner::LowerCase(statement.Label);
-    for (const std::string& name : statement.OperandList)
+    for (const std::string_view name : statement.OperandList)
         pBlock.Arguments.push_back(LineScanner::TrimBlanks(name));
 }
 
@@ -207,7 +207,7 @@ void MacroProcessor::Local(Assembly& run, const Statement& statement) {
     // Numbered through the whole pass, so every expansion has names of its
     // own, and restarted every pass, so they are the same in every pass.
     ParameterMap& names = run.Expansions().back().Parameters;
-    for (const std::string& operand : statement.OperandList) {
+    for (const std::string_view operand : statement.OperandList) {
         const std::string name = LineScanner::TrimBlanks(operand);
         if (!name.empty()) names.Bind(name, LocalName(pLocalCounter++));
     }

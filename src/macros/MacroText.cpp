@@ -66,7 +66,7 @@ std::string ResolveJoins(std::string_view text) {
 } // namespace
 
 std::string ComposeLine(std::string_view label, std::string_view operation,
-                        const std::vector<std::string>& operands, std::string_view comment) {
+                        std::span<const std::string_view> operands, std::string_view comment) {
     if (label.empty() && operation.empty() && operands.empty()) return std::string(comment);
     std::string line(label);
     line.append("\t").append(operation).append("\t");
@@ -86,14 +86,16 @@ std::string SubstituteLine(std::string_view line, const ParameterMap& parameters
     std::vector<SourceStatement> statements;
     LineScanner::SplitSourceLine(line, statements);
     std::vector<std::string> operands;
+    std::vector<std::string_view> operandViews;
     std::string result;
     for (std::size_t i = 0; i < statements.size(); ++i) {
         const SourceStatement& statement = statements[i];
         if (i > 0) result += '!';
         LineScanner::SplitOperands(statement.Operands, operands);
         for (std::string& operand : operands) operand = SubstituteParameters(operand, parameters);
+        operandViews.assign(operands.begin(), operands.end());
         result += ComposeLine(SubstituteParameters(statement.Label, parameters),
-                              SubstituteParameters(statement.Operation, parameters), operands,
+                              SubstituteParameters(statement.Operation, parameters), operandViews,
                               statement.Comment);
     }
     return result;

@@ -2,6 +2,7 @@
 
 #include "macros/ParameterMap.h"
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,7 +17,7 @@ namespace MacroText {
 // there is a comment, TAB comment. A statement that is only a comment (or
 // nothing) becomes the comment alone, so that a "*" comment reads back as one.
 std::string ComposeLine(std::string_view label, std::string_view operation,
-                        const std::vector<std::string>& operands, std::string_view comment);
+                        std::span<const std::string_view> operands, std::string_view comment);
 
 // Replaces every word of `text` that is a bound name by its text (a text in
 // "<...>" loses the brackets), then resolves "^" and "&": "&" joins words
