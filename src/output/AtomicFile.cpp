@@ -40,7 +40,16 @@ std::string WriteFileAtomically(const std::filesystem::path& target, std::string
             return reason;
         }
     }
+    // The finished file takes the target's place. The old file is removed
+    // first: renaming over an existing file makes ext4 write the new data
+    // out at once (its guard for programs that do not sync), which costs
+    // more than the whole assembly of a large listing. A failed write above
+    // has left the old file alone either way.
+    // (A directory in the way stays, and the rename below reports it.)
     std::error_code error;
+    if (!std::filesystem::is_directory(std::filesystem::symlink_status(target, error)))
+        std::filesystem::remove(target, error);
+    error.clear();
     std::filesystem::rename(temporary, target, error);
     if (error) {
         std::error_code ignored;

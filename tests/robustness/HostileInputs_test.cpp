@@ -160,6 +160,10 @@ TEST(HostileFiles, OutputPathThatIsADirectory) {
     EXPECT_NE(result.Err.find("cannot write " + dir.At("out").string()), std::string::npos)
         << result.Err;
     EXPECT_EQ(dir.Read("out/keep"), "kept");
+    // An empty directory is not removed to make room either.
+    std::filesystem::create_directory(dir.At("empty"));
+    EXPECT_EQ(dir.Run("{prog.asm} --bin {empty}").Exit, RunFailed);
+    EXPECT_TRUE(std::filesystem::is_directory(dir.At("empty")));
 }
 
 // A save that fails half way leaves the previous file as it was and no
