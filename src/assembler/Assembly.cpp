@@ -8,6 +8,7 @@
 #include "output/HexText.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstdio>
 #include <limits>
@@ -342,13 +343,13 @@ void Assembly::SetOperandList(std::span<const std::string_view> operands) {
 void Assembly::Dispatch(Statement& statement) {
     const bool skipping = pState.Skipping;
     bool accepted = false;
-    const DispatchIndex::StepSet steps = pStatementSteps;
-    for (std::size_t i = 0; i < pHandlers.size(); ++i) {
-        if ((steps >> i & 1) == 0) continue;
-        StatementHandler* handler = pHandlers[i].get();
-        if (pState.Skipping && !handler->RunsWhileSkipping()) continue;
-        if (statement.Operation.empty() && !handler->TakesEmptyOperations()) continue;
-        if (handler->Handle(*this, statement)) {
+    DispatchIndex::StepSet steps = pStatementSteps;
+    if (statement.Operation.empty()) steps &= pDispatchIndex.ForEmptyOperations();
+    while (steps != 0) {
+        const int i = std::countr_zero(steps);
+        steps &= steps - 1;
+        if (pState.Skipping && (pDispatchIndex.WhileSkipping() >> i & 1) == 0) continue;
+        if (pHandlers[static_cast<std::size_t>(i)]->Handle(*this, statement)) {
             accepted = true;
             break;
         }

@@ -10,6 +10,8 @@ DispatchIndex::DispatchIndex(const std::vector<std::unique_ptr<StatementHandler>
         const StepSet step = StepSet{1} << i;
         const std::vector<std::string_view> words = steps[i]->OperationWords();
         if (words.empty()) pUnlisted |= step;
+        if (steps[i]->RunsWhileSkipping()) pWhileSkipping |= step;
+        if (steps[i]->TakesEmptyOperations()) pForEmptyOperations |= step;
         for (const std::string_view word : words) pListedSteps[word] |= step;
     }
 }

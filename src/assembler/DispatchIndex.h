@@ -23,9 +23,15 @@ class DispatchIndex {
     explicit DispatchIndex(const std::vector<std::unique_ptr<StatementHandler>>& steps);
 
     StepSet StepsFor(std::string_view word) const;
+    // The steps that look at statements while lines are skipped, and those
+    // that look at statements without an operation word.
+    StepSet WhileSkipping() const { return pWhileSkipping; }
+    StepSet ForEmptyOperations() const { return pForEmptyOperations; }
 
   private:
     StepSet pUnlisted = 0;
+    StepSet pWhileSkipping = 0;
+    StepSet pForEmptyOperations = 0;
     std::unordered_map<std::string_view, StepSet> pListedSteps;
 };
 
