@@ -31,9 +31,7 @@ std::string_view Unbracketed(std::string_view text) {
     return text;
 }
 
-std::string ReplaceWords(std::string_view text, const ParameterMap& parameters) {
-    std::string result;
-    result.reserve(text.size());
+void AppendReplacedWords(std::string& out, std::string_view text, const ParameterMap& parameters) {
     std::size_t pos = 0;
     while (pos < text.size()) {
         const std::size_t start = pos;
@@ -41,26 +39,33 @@ std::string ReplaceWords(std::string_view text, const ParameterMap& parameters) 
         while (pos < text.size() && IsDelimiter(text[pos]) == delimiters) ++pos;
         const std::string_view run = text.substr(start, pos - start);
         const std::string* bound = delimiters ? nullptr : parameters.Find(run);
-        result += bound ? Unbracketed(*bound) : run;
+        out += bound ? Unbracketed(*bound) : run;
     }
-    return result;
 }
 
 // "^" escapes the next "^" or "&"; an unescaped "&" is a join and vanishes,
-// and so does every single "^" (2^3 in a body becomes 23).
-std::string ResolveJoins(std::string_view text) {
-    std::string result;
-    result.reserve(text.size());
+// and so does every single "^" (2^3 in a body becomes 23). Works on the
+// text from `from` on, in place.
+void ResolveJoins(std::string& text, std::size_t from) {
+    std::size_t to = from;
     bool escaped = false;
-    for (const char c : text) {
+    for (std::size_t i = from; i < text.size(); ++i) {
+        const char c = text[i];
         if (c == '^' || c == '&') {
-            if (escaped) result += c;
+            if (escaped) text[to++] = c;
             escaped = c == '^' && !escaped;
             continue;
         }
-        result += c;
+        text[to++] = c;
     }
-    return result;
+    text.resize(to);
+}
+
+// Appends `text` with its parameters substituted.
+void AppendSubstituted(std::string& out, std::string_view text, const ParameterMap& parameters) {
+    const std::size_t start = out.size();
+    AppendReplacedWords(out, text, parameters);
+    ResolveJoins(out, start);
 }
 
 } // namespace
@@ -79,24 +84,40 @@ std::string ComposeLine(std::string_view label, std::string_view operation,
 }
 
 std::string SubstituteParameters(std::string_view text, const ParameterMap& parameters) {
-    return ResolveJoins(ReplaceWords(text, parameters));
+    std::string result;
+    AppendSubstituted(result, text, parameters);
+    return result;
 }
 
+// As ComposeLine on the substituted fields, composed in one buffer.
 std::string SubstituteLine(std::string_view line, const ParameterMap& parameters) {
     std::vector<SourceStatement> statements;
     LineScanner::SplitSourceLine(line, statements);
-    std::vector<std::string> operands;
-    std::vector<std::string_view> operandViews;
+    std::vector<std::string_view> operands;
     std::string result;
+    result.reserve(line.size() + 16);
     for (std::size_t i = 0; i < statements.size(); ++i) {
         const SourceStatement& statement = statements[i];
         if (i > 0) result += '!';
+        const std::size_t lineStart = result.size();
+        AppendSubstituted(result, statement.Label, parameters);
+        const bool noLabel = result.size() == lineStart;
+        result += '\t';
+        const std::size_t operationStart = result.size();
+        AppendSubstituted(result, statement.Operation, parameters);
+        const bool noOperation = result.size() == operationStart;
         LineScanner::SplitOperands(statement.Operands, operands);
-        for (std::string& operand : operands) operand = SubstituteParameters(operand, parameters);
-        operandViews.assign(operands.begin(), operands.end());
-        result += ComposeLine(SubstituteParameters(statement.Label, parameters),
-                              SubstituteParameters(statement.Operation, parameters), operandViews,
-                              statement.Comment);
+        if (noLabel && noOperation && operands.empty()) {
+            result.resize(lineStart);
+            result += statement.Comment;
+            continue;
+        }
+        result += '\t';
+        for (std::size_t k = 0; k < operands.size(); ++k) {
+            if (k > 0) result += ',';
+            AppendSubstituted(result, operands[k], parameters);
+        }
+        if (!statement.Comment.empty()) result.append("\t").append(statement.Comment);
     }
     return result;
 }

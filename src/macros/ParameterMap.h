@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -21,7 +22,16 @@ class ParameterMap {
   private:
     static std::string Key(std::string_view name);
 
-    std::unordered_map<std::string, std::string> pTexts;
+    // Found by a view of the name: every word of every replayed line is
+    // looked up, and most are no parameter at all.
+    struct ViewHash {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view text) const {
+            return std::hash<std::string_view>{}(text);
+        }
+    };
+
+    std::unordered_map<std::string, std::string, ViewHash, std::equal_to<>> pTexts;
 };
 
 } // namespace trident
