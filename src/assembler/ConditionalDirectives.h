@@ -12,6 +12,8 @@ namespace trident {
 class ConditionalDirectives : public StatementHandler {
   public:
     bool RunsWhileSkipping() const override { return true; }
+    std::vector<std::string_view> OperationWords() const override { return {"else", "endif"}; }
+    std::vector<std::string_view> OperationPrefixes() const override { return {"if"}; }
     void StartPass(Assembly& run) override;
     bool Handle(Assembly& run, Statement& statement) override;
 

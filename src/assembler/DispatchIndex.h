@@ -33,6 +33,11 @@ class DispatchIndex {
     StepSet pWhileSkipping = 0;
     StepSet pForEmptyOperations = 0;
     std::unordered_map<std::string_view, StepSet> pListedSteps;
+    struct PrefixSteps {
+        std::string_view Prefix;
+        StepSet Steps = 0;
+    };
+    std::vector<PrefixSteps> pPrefixedSteps;
 };
 
 } // namespace trident

@@ -29,6 +29,10 @@ class StatementHandler {
     // table, an open block, a pattern of words). The dispatch offers a
     // statement to a step with a list only when its word is on the list.
     virtual std::vector<std::string_view> OperationWords() const { return {}; }
+    // Beginnings of operation words the step acts on besides its list (a
+    // family of words such as "if..."); a step with words or prefixes is
+    // offered only the words they cover.
+    virtual std::vector<std::string_view> OperationPrefixes() const { return {}; }
 
     // Resets what the step keeps from statement to statement.
     virtual void StartPass(Assembly& /*run*/) {}
