@@ -1,8 +1,9 @@
 #include "encoder/InstructionEncoding.h"
 
 #include "assembler/Assembly.h"
-#include "assembler/LineScanner.h"
+#include "encoder/NameKey.h"
 
+#include <algorithm>
 #include <array>
 
 namespace trident {
@@ -18,6 +19,12 @@ constexpr std::int32_t DestinationField(std::int32_t code) {
 constexpr std::int32_t PairField(std::int32_t code) {
     return code * 8 & 48;
 }
+
+constexpr std::uint64_t PushKey = NameKey("push");
+constexpr std::uint64_t PopKey = NameKey("pop");
+constexpr std::uint64_t DadKey = NameKey("dad");
+constexpr std::uint64_t DadxKey = NameKey("dadx");
+constexpr std::uint64_t DadyKey = NameKey("dady");
 
 std::int32_t WholeValue(const Value& value) {
     return static_cast<std::int32_t>(AsNumber(value).value_or(0));
@@ -58,9 +65,15 @@ const InstructionEncoding::ClassRule* InstructionEncoding::RuleFor(OperandClass 
         {PortReg, 2, &E::PortReg},
         {Number, 1, &E::Number},
     }};
-    for (const ClassRule& rule : Rules)
-        if (rule.Class == operandClass) return &rule;
-    return nullptr;
+    // Indexed by class code: every instruction of every pass picks its rule.
+    static constexpr auto ByClass = [] {
+        std::array<ClassRule, static_cast<std::size_t>(RegPort) + 1> byClass{};
+        for (const ClassRule& rule : Rules) byClass[static_cast<std::size_t>(rule.Class)] = rule;
+        return byClass;
+    }();
+    const auto code = static_cast<std::size_t>(operandClass);
+    if (code >= ByClass.size() || ByClass[code].Encoder == nullptr) return nullptr;
+    return &ByClass[code];
 }
 
 InstructionEncoding::InstructionEncoding(Assembly& run, Statement& statement, const OpcodeRow& row)
@@ -124,7 +137,7 @@ void InstructionEncoding::NumberRegOrMemS() {
 void InstructionEncoding::RegOrMemD() {
     const RegisterOperand reg = ReadRegister(0, RegisterWidth::Byte);
     EmitIndexPrefix(reg);
-    if (reg.IndexPrefix && (CpuIs("z180") || MnemonicIs("inp") || MnemonicIs("outp")))
+    if (reg.IndexPrefix && (pRow.Family == RowCpu::Z180 || MnemonicIs("inp") || MnemonicIs("outp")))
         Error("ix or iy NOT allowed");
     EmitRowPrefix();
     EmitOpcode(DestinationField(reg.Code));
@@ -170,21 +183,24 @@ void InstructionEncoding::Rp1() {
 // stands for hl with its prefix (push ix, inx iy, dad x); the Z80 rows
 // dadx and dady carry their own prefix instead.
 void InstructionEncoding::PairFamily() {
-    const bool stack = MnemonicIs("push") || MnemonicIs("pop");
-    const bool indexAdd = MnemonicIs("dadx") || MnemonicIs("dady");
+    // The mnemonics this class tells apart, compared as keys.
+    const std::uint64_t mnemonic = NameKey(pStatement.Keyword);
+    const bool stack = mnemonic == PushKey || mnemonic == PopKey;
+    const bool indexAdd = mnemonic == DadxKey || mnemonic == DadyKey;
+    const bool dad = mnemonic == DadKey;
     RegisterOperand reg;
     if (stack && OperandIs(0, "a"))
         reg.Code = 6;
     else
         reg = ReadRegister(0, RegisterWidth::Word);
     if (reg.IndexPrefix) {
-        if (pRow.Cpu == "8080")
+        if (pRow.Family == RowCpu::I8080)
             EmitByte(*reg.IndexPrefix);
         else if (!indexAdd)
             Error("Illegal use of ");
     }
-    if (MnemonicIs("dad") && OperandIs(0, "ix")) Error("ix NOT allowed");
-    if (MnemonicIs("dad") && OperandIs(0, "iy")) Error("iy NOT allowed");
+    if (dad && OperandIs(0, "ix")) Error("ix NOT allowed");
+    if (dad && OperandIs(0, "iy")) Error("iy NOT allowed");
     if (indexAdd && OperandIs(0, "hl")) Error("hl NOT allowed");
     if (stack && OperandIs(0, "sp")) Error("sp NOT allowed");
     EmitRowPrefix();
@@ -243,7 +259,7 @@ void InstructionEncoding::Number() {
 // --- Checks ------------------------------------------------------------------
 
 void InstructionEncoding::RejectIndexOnZ180(const RegisterOperand& reg) {
-    if (reg.IndexPrefix && CpuIs("z180")) Error("ix or iy NOT allowed");
+    if (reg.IndexPrefix && pRow.Family == RowCpu::Z180) Error("ix or iy NOT allowed");
 }
 
 void InstructionEncoding::RejectMemory(const RegisterOperand& reg, std::string_view operand) {
@@ -288,16 +304,15 @@ void InstructionEncoding::Error(std::string_view message) {
     pRun.ListError(message, pStatement.Operation);
 }
 
-bool InstructionEncoding::CpuIs(std::string_view cpu) const {
-    return pRow.CpuKey == cpu;
-}
-
 bool InstructionEncoding::MnemonicIs(std::string_view mnemonic) const {
     return pStatement.Keyword == mnemonic;
 }
 
 bool InstructionEncoding::OperandIs(int index, std::string_view text) const {
-    return LineScanner::LowerCase(pOperands.Operand(index)) == text;
+    const std::string_view operand = pOperands.Operand(index);
+    return std::equal(operand.begin(), operand.end(), text.begin(), text.end(), [](char c, char l) {
+        return (c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c) == l;
+    });
 }
 
 } // namespace trident

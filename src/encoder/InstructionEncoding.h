@@ -64,8 +64,8 @@ class InstructionEncoding {
     void EmitOpcode(std::int32_t fields);
     void EmitDisplacement(const RegisterOperand& reg);
     void Error(std::string_view message);
-    bool CpuIs(std::string_view cpu) const;
     bool MnemonicIs(std::string_view mnemonic) const;
+    // Whether the operand at `index` is `text` (lower case), without regard to case.
     bool OperandIs(int index, std::string_view text) const;
 
     Assembly& pRun;

@@ -1,14 +1,14 @@
 #include "encoder/InstructionHandler.h"
 
 #include "assembler/Assembly.h"
-#include "assembler/LineScanner.h"
 #include "encoder/InstructionEncoding.h"
 
 namespace trident {
 
 bool InstructionHandler::EncodeInstruction(Assembly& run, Statement& statement) {
     if (statement.Operation.empty()) return false;
-    const std::int16_t index = run.Opcodes().FindMnemonic(statement.Operation, run.State());
+    // The keyword is the operation word in lower case.
+    const std::int16_t index = run.Opcodes().FindKeyword(statement.Keyword, run.State());
     if (index < 0) return false;
     const OpcodeRow& row = run.Opcodes().Row(index);
     statement.Category = LineCategory::Instruction;
@@ -21,10 +21,9 @@ bool InstructionHandler::EncodeInstruction(Assembly& run, Statement& statement) 
 // source is meant for; the warning tells the user, unless the processor's
 // box is checked.
 void InstructionHandler::MarkProcessor(Assembly& run, Statement& statement, const OpcodeRow& row) {
-    const std::string& cpu = row.CpuKey;
     const RunOptions& options = run.State().Options;
-    statement.Z80Row = cpu == "z80";
-    statement.Z180Row = cpu == "z180";
+    statement.Z80Row = row.Family == RowCpu::Z80;
+    statement.Z180Row = row.Family == RowCpu::Z180;
     if (statement.Z80Row && !options.Z80) run.ListWarning("Z80 Warning", statement.Operation);
     if (statement.Z180Row && !options.Z180) run.ListWarning("Z180 Warning", statement.Operation);
 }

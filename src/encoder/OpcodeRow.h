@@ -9,6 +9,9 @@
 
 namespace trident {
 
+// The processor of a row, read from its cpu field without regard to case.
+enum class RowCpu : std::uint8_t { Other, I8080, Z80, Z180 };
+
 // One row of the opcode table: a mnemonic and how to encode it.
 struct OpcodeRow {
     // As written in the table; looked up without regard to case.
@@ -24,8 +27,12 @@ struct OpcodeRow {
     Value Prefix;
     // "8080", "z80" or "z180".
     std::string Cpu;
-    // Cpu in lower case, for the checks made on every instruction.
-    std::string CpuKey;
+    // Cpu read once when the row is loaded, for the checks made on every
+    // instruction.
+    RowCpu Family = RowCpu::Other;
+    // Cpu spelt exactly "z80" or "z180": only such a row marks its processor
+    // as used when it is looked up.
+    bool MarksUse = false;
 
     std::optional<std::uint8_t> PrefixByte() const {
         if (const auto* prefix = std::get_if<std::int16_t>(&Prefix))

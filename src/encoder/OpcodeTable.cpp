@@ -2,6 +2,7 @@
 
 #include "assembler/LineScanner.h"
 #include "encoder/ListInputReader.h"
+#include "encoder/NameKey.h"
 #include "encoder/OpcodeTableError.h"
 
 #include <algorithm>
@@ -13,7 +14,6 @@
 #include <limits>
 #include <sstream>
 #include <system_error>
-#include <unordered_map>
 
 namespace trident {
 namespace {
@@ -45,11 +45,20 @@ class RowReader {
         row.Class = OperandClassCode(Field("class"));
         row.Prefix = PrefixValue(Field("prefix"));
         row.Cpu = Field("cpu");
-        row.CpuKey = LineScanner::LowerCase(row.Cpu);
+        row.Family = Family(row.Cpu);
+        row.MarksUse = row.Cpu == "z80" || row.Cpu == "z180";
         return row;
     }
 
   private:
+    static RowCpu Family(std::string_view cpu) {
+        const std::string key = LineScanner::LowerCase(cpu);
+        if (key == "8080") return RowCpu::I8080;
+        if (key == "z80") return RowCpu::Z80;
+        if (key == "z180") return RowCpu::Z180;
+        return RowCpu::Other;
+    }
+
     std::string Field(std::string_view name) {
         std::optional<std::string> field = pInput.ReadField();
         if (!field)
@@ -123,36 +132,55 @@ void OpcodeTable::ReadRows(std::string_view text) {
     std::vector<OpcodeRow> rows;
     while (rows.size() < static_cast<std::size_t>(MaxRows) && !reader.AtEnd())
         rows.push_back(reader.ReadRow());
-    // Every statement looks its operation word up: a hash of the lower-cased
-    // mnemonics, each naming its first row (the first row of a name wins).
-    RowIndex firstRows;
-    for (std::size_t index = 0; index < rows.size(); ++index)
-        firstRows.emplace(LineScanner::LowerCase(rows[index].Mnemonic),
-                          static_cast<std::int16_t>(index));
     pRows = std::move(rows);
-    pFirstRows = std::move(firstRows);
+    IndexFirstRows();
+}
+
+void OpcodeTable::IndexFirstRows() {
+    pFoldedNames.clear();
+    for (const OpcodeRow& row : pRows) pFoldedNames.push_back(LineScanner::LowerCase(row.Mnemonic));
+    pSlotBits = 4;
+    while ((std::size_t{1} << pSlotBits) < 2 * pRows.size()) ++pSlotBits;
+    pSlots.assign(std::size_t{1} << pSlotBits, Slot{});
+    const std::size_t mask = pSlots.size() - 1;
+    for (std::size_t index = 0; index < pRows.size(); ++index) {
+        const std::string& name = pFoldedNames[index];
+        const std::uint64_t key = NameKey(name);
+        std::size_t slot = KeySlot(key, pSlotBits);
+        while (pSlots[slot].Row >= 0 &&
+               pFoldedNames[static_cast<std::size_t>(pSlots[slot].Row)] != name)
+            slot = (slot + 1) & mask;
+        // The first row of a name keeps its slot.
+        if (pSlots[slot].Row < 0) pSlots[slot] = Slot{key, static_cast<std::int16_t>(index)};
+    }
 }
 
 std::int16_t OpcodeTable::FindMnemonic(std::string_view word, RunState& state) const {
     // Mnemonics are short: lower-cased on the stack when they fit.
     std::array<char, 16> buffer{};
-    std::string longWord;
-    std::string_view key;
-    if (word.size() <= buffer.size()) {
-        std::transform(word.begin(), word.end(), buffer.begin(), [](char c) {
-            return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-        });
-        key = std::string_view(buffer.data(), word.size());
-    } else {
-        longWord = LineScanner::LowerCase(word);
-        key = longWord;
+    if (word.size() > buffer.size()) return FindKeyword(LineScanner::LowerCase(word), state);
+    std::transform(word.begin(), word.end(), buffer.begin(), [](char c) {
+        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    });
+    return FindKeyword(std::string_view(buffer.data(), word.size()), state);
+}
+
+std::int16_t OpcodeTable::FindKeyword(std::string_view keyword, RunState& state) const {
+    if (pSlots.empty()) return -1;
+    const std::uint64_t key = NameKey(keyword);
+    const std::size_t mask = pSlots.size() - 1;
+    for (std::size_t slot = KeySlot(key, pSlotBits);; slot = (slot + 1) & mask) {
+        const std::int16_t index = pSlots[slot].Row;
+        if (index < 0) return -1;
+        if (pSlots[slot].Key != key) continue;
+        if (keyword.size() > PackedNameLength &&
+            pFoldedNames[static_cast<std::size_t>(index)] != keyword)
+            continue;
+        const OpcodeRow& row = pRows[static_cast<std::size_t>(index)];
+        if (row.MarksUse && row.Family == RowCpu::Z80) state.Z80Used = true;
+        if (row.MarksUse && row.Family == RowCpu::Z180) state.Z180Used = true;
+        return index;
     }
-    const auto found = pFirstRows.find(key);
-    if (found == pFirstRows.end()) return -1;
-    const std::string& cpu = pRows[static_cast<std::size_t>(found->second)].Cpu;
-    if (cpu == "z80") state.Z80Used = true;
-    if (cpu == "z180") state.Z180Used = true;
-    return found->second;
 }
 
 } // namespace trident

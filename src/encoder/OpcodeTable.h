@@ -5,10 +5,8 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <functional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace trident {
@@ -27,13 +25,16 @@ class OpcodeTable {
     void ReadRows(std::string_view text);
     void Clear() {
         pRows.clear();
-        pFirstRows.clear();
+        pFoldedNames.clear();
+        pSlots.clear();
     }
 
     // The index of the first row whose mnemonic is `word` (case-blind), or
     // -1. A row of cpu "z80" or "z180", spelt exactly so, marks that
     // processor as used in `state`.
     std::int16_t FindMnemonic(std::string_view word, RunState& state) const;
+    // As FindMnemonic, for a word already in lower case (a statement's keyword).
+    std::int16_t FindKeyword(std::string_view keyword, RunState& state) const;
 
     std::int16_t Count() const { return static_cast<std::int16_t>(pRows.size()); }
     const OpcodeRow& Row(std::int16_t index) const {
@@ -41,18 +42,22 @@ class OpcodeTable {
     }
 
   private:
-    // Lets the index be searched with a view, without building a string.
-    struct NameHash {
-        using is_transparent = void;
-        std::size_t operator()(std::string_view name) const {
-            return std::hash<std::string_view>{}(name);
-        }
+    struct Slot {
+        std::uint64_t Key = 0;
+        std::int16_t Row = -1;
     };
-    using RowIndex = std::unordered_map<std::string, std::int16_t, NameHash, std::equal_to<>>;
+
+    void IndexFirstRows();
 
     std::vector<OpcodeRow> pRows;
-    // Each mnemonic in lower case and the first row that carries it.
-    RowIndex pFirstRows;
+    // Each row's mnemonic in lower case.
+    std::vector<std::string> pFoldedNames;
+    // Every statement of every pass looks its operation word up, so the
+    // first row of each mnemonic is found by its NameKey through open
+    // addressing: a power-of-two table of slots, at most half of them taken
+    // so that every search ends at its name or at a free slot.
+    std::vector<Slot> pSlots;
+    unsigned pSlotBits = 0;
 };
 
 } // namespace trident

@@ -11,7 +11,6 @@ namespace {
 
 // Searched for in this order; the first one found in an operand applies.
 constexpr std::array<std::string_view, 4> IndexedForms{"(ix)", "(iy)", "(x)", "(y)"};
-constexpr std::array<std::string_view, 4> IndexRegisters{"ix", "iy", "x", "y"};
 
 bool HoldsByte(RegisterWidthClass width) {
     return width == RegisterWidthClass::Byte || width == RegisterWidthClass::ByteOrPair;
@@ -25,6 +24,7 @@ bool HoldsPair(RegisterWidthClass width) {
 
 void OperandReader::CheckOperandCount(std::int16_t expected) const {
     const int actual = pStatement.OperandCount();
+    if (actual == expected) return;
     const std::string_view operation = pStatement.Operation;
     if (expected == 0 && actual >= 1) pRun.ListError("No operands allowed", operation);
     if (expected != 0 && actual > expected) pRun.ListError("Too many operands", operation);
@@ -34,33 +34,16 @@ void OperandReader::CheckOperandCount(std::int16_t expected) const {
         pRun.ListError("Too few operands", operation);
 }
 
-std::string_view OperandReader::Operand(int index) const {
-    if (index < 0 || index >= pStatement.OperandCount()) return {};
-    return pStatement.OperandList[static_cast<std::size_t>(index)];
-}
-
 RegisterOperand OperandReader::ClassifyRegister(std::string_view operand, RegisterWidth width) {
     RegisterOperand result;
-    std::string name = LineScanner::LowerCase(operand);
-    // Every indexed form has a parenthesis; most operands have none.
-    const bool mayBeIndexed = name.find('(') != std::string::npos;
-    for (const std::string_view form : IndexedForms) {
-        if (!mayBeIndexed) break;
-        const std::size_t at = name.find(form);
-        if (at == std::string::npos) continue;
-        const std::string_view displacement = operand.substr(0, at);
-        if (!LineScanner::TrimBlanks(displacement).empty()) {
-            const Value value = pRun.EvaluateOperand(displacement, 8, Signedness::Signed);
-            result.Displacement = static_cast<std::int32_t>(AsNumber(value).value_or(0));
-        }
-        name = form;
-        NoteIndexRegister(operand);
-        break;
-    }
-    for (const std::string_view index : IndexRegisters)
-        if (name == index) NoteIndexRegister(operand);
-
-    const RegisterEntry* entry = RegisterTable::Find(name);
+    // Most operands are a register name as it stands. An indexed form
+    // written alone, (ix) say, is one too and reads as it would with an
+    // empty displacement.
+    const RegisterEntry* entry = RegisterTable::Find(operand);
+    if (entry != nullptr && entry->IndexPrefix) NoteIndexRegister(operand);
+    // Every other indexed form has a parenthesis.
+    if (entry == nullptr && operand.find('(') != std::string_view::npos)
+        entry = ReadIndexedForm(operand, result);
     if (entry == nullptr) {
         pRun.ListError("Bad register", operand);
         return result;
@@ -69,6 +52,23 @@ RegisterOperand OperandReader::ClassifyRegister(std::string_view operand, Regist
     result.IndexPrefix = entry->IndexPrefix;
     CheckWidth(operand, *entry, width);
     return result;
+}
+
+const RegisterEntry* OperandReader::ReadIndexedForm(std::string_view operand,
+                                                    RegisterOperand& result) {
+    const std::string folded = LineScanner::LowerCase(operand);
+    for (const std::string_view form : IndexedForms) {
+        const std::size_t at = folded.find(form);
+        if (at == std::string::npos) continue;
+        const std::string_view displacement = operand.substr(0, at);
+        if (!LineScanner::TrimBlanks(displacement).empty()) {
+            const Value value = pRun.EvaluateOperand(displacement, 8, Signedness::Signed);
+            result.Displacement = static_cast<std::int32_t>(AsNumber(value).value_or(0));
+        }
+        NoteIndexRegister(operand);
+        return RegisterTable::Find(form);
+    }
+    return nullptr;
 }
 
 void OperandReader::NoteIndexRegister(std::string_view operand) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "assembler/Statement.h"
 #include "encoder/RegisterEntry.h"
 #include "encoder/RegisterOperand.h"
 
@@ -9,7 +10,6 @@
 namespace trident {
 
 class Assembly;
-struct Statement;
 
 // What an operand position asks of a register name.
 enum class RegisterWidth {
@@ -28,13 +28,19 @@ class OperandReader {
     // Reports a count that differs from `expected`; the encoding goes on.
     void CheckOperandCount(std::int16_t expected) const;
     // The operand at `index` (from 0); empty when the line has fewer.
-    std::string_view Operand(int index) const;
+    std::string_view Operand(int index) const {
+        if (index < 0 || index >= pStatement.OperandCount()) return {};
+        return pStatement.OperandList[static_cast<std::size_t>(index)];
+    }
     // Reads `operand` as a register of `width`. Indexed memory forms d(ix),
     // d(iy), d(x), d(y) are found anywhere in the text; d is a signed 8-bit
     // expression, 0 when absent. Always returns a result.
     RegisterOperand ClassifyRegister(std::string_view operand, RegisterWidth width);
 
   private:
+    // The entry of the first indexed form (ix), (iy), (x), (y) found in
+    // `operand`, its displacement read into `result`; nullptr when none is.
+    const RegisterEntry* ReadIndexedForm(std::string_view operand, RegisterOperand& result);
     void NoteIndexRegister(std::string_view operand);
     void CheckWidth(std::string_view operand, const RegisterEntry& entry, RegisterWidth width);
 

@@ -1,5 +1,9 @@
 #include "encoder/RegisterTable.h"
 
+#include "encoder/NameKey.h"
+
+#include <algorithm>
+
 namespace trident {
 namespace {
 
@@ -20,6 +24,35 @@ constexpr std::array<RegisterEntry, RegisterTable::Bound + 1> Registers{{
     {"(y)", 6, Iy, Byte},
 }};
 
+static_assert(std::ranges::all_of(Registers, [](const RegisterEntry& entry) {
+    return entry.Name.size() <= RegisterTable::LongestName;
+}));
+// Equal keys are then equal names.
+static_assert(RegisterTable::LongestName <= PackedNameLength);
+
+constexpr auto Keys = [] {
+    std::array<std::uint64_t, Registers.size()> keys{};
+    for (std::size_t index = 0; index < Registers.size(); ++index)
+        keys[index] = NameKey(Registers[index].Name);
+    return keys;
+}();
+
+// Every register operand of every pass is looked up: the entries are spread
+// over a table of slots by their keys, an entry whose slot is taken going to
+// the next free one, so that a look-up ends at its name or at a free slot.
+constexpr unsigned SlotBits = 6;
+constexpr auto Slots = [] {
+    std::array<std::int8_t, std::size_t{1} << SlotBits> slots{};
+    slots.fill(-1);
+    for (std::size_t index = 0; index < Keys.size(); ++index) {
+        std::size_t slot = KeySlot(Keys[index], SlotBits);
+        while (slots[slot] >= 0) slot = (slot + 1) % slots.size();
+        slots[slot] = static_cast<std::int8_t>(index);
+    }
+    return slots;
+}();
+static_assert(Registers.size() < Slots.size());
+
 } // namespace
 
 std::span<const RegisterEntry> RegisterTable::Entries() {
@@ -27,9 +60,14 @@ std::span<const RegisterEntry> RegisterTable::Entries() {
 }
 
 const RegisterEntry* RegisterTable::Find(std::string_view name) {
-    for (const RegisterEntry& entry : Registers)
-        if (entry.Name == name) return &entry;
-    return nullptr;
+    if (name.size() > LongestName) return nullptr;
+    const std::uint64_t key = NameKey(name);
+    for (std::size_t slot = KeySlot(key, SlotBits);; slot = (slot + 1) % Slots.size()) {
+        const int index = Slots[slot];
+        if (index < 0) return nullptr;
+        if (Keys[static_cast<std::size_t>(index)] == key)
+            return &Registers[static_cast<std::size_t>(index)];
+    }
 }
 
 } // namespace trident

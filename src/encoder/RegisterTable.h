@@ -18,8 +18,11 @@ class RegisterTable {
     static constexpr std::uint8_t IxPrefix = 0xDD;
     static constexpr std::uint8_t IyPrefix = 0xFD;
 
+    // No register name is longer.
+    static constexpr std::size_t LongestName = 4;
+
     static std::span<const RegisterEntry> Entries();
-    // The first entry named `name` (lower case), or nullptr.
+    // The entry named `name` without regard to case, or nullptr.
     static const RegisterEntry* Find(std::string_view name);
 };
 

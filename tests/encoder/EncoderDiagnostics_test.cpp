@@ -69,6 +69,7 @@ TEST(EncoderDiagnostics, ProcessorWarnings) {
         {" slp\n", false, false, {"Z180 Warning ~ slp"}}, {" slp\n", false, true, {}},
         {" slp\n", true, false, {"Z180 Warning ~ slp"}},
         {" mov a,5(ix)\n", false, false, {"z80 warning  ~ 5(ix)"}}, {" inx Y\n", false, false, {"z80 warning  ~ Y"}},
+        {" mov a,(IX)\n mov (hl),b\n", false, false, {"z80 warning  ~ (IX)"}},
         {" mov a,5(ix)\n inx y\n", true, false, {}},
         {" bit 1,2(ix)\n", false, false, {"Z80 Warning ~ bit", "z80 warning  ~ 2(ix)"}}};
     // clang-format on

@@ -68,11 +68,25 @@ TEST(OpcodeTableRows, KnowsWhatIsAPrefixByte) {
 
 TEST(OpcodeTableRows, FindsTheFirstRowOfAMnemonicWithoutRegardToCase) {
     OpcodeTable table;
-    table.ReadRows("mov,64,1,memregmem,NO,8080\nMOV,1,1,blank,NO,8080\n");
+    table.ReadRows("mov,64,1,memregmem,NO,8080\nMOV,1,1,blank,NO,8080\n"
+                   "longname1,0,1,blank,NO,8080\nlongname2,0,1,blank,NO,8080\n");
     RunState state;
     for (const char* word : {"mov", "Mov", "MOV"}) EXPECT_EQ(table.FindMnemonic(word, state), 0);
-    EXPECT_EQ(table.FindMnemonic("mvi", state), -1);
-    EXPECT_EQ(table.FindMnemonic("", state), -1);
+    EXPECT_EQ(table.FindMnemonic("LongName2", state), 3);
+    for (const char* word : {"mvi", "", "longname", "longname3"})
+        EXPECT_EQ(table.FindMnemonic(word, state), -1) << word;
+}
+
+// A full table: every name is found at its row, and none past MaxRows.
+TEST(OpcodeTableRows, FindsEveryRowOfAFullTable) {
+    std::string rows;
+    for (int row = 0; row < 300; ++row) rows += "r" + std::to_string(row) + ",0,1,blank,NO,8080\n";
+    OpcodeTable table;
+    table.ReadRows(rows);
+    RunState state;
+    for (int row = 0; row < 300; ++row)
+        EXPECT_EQ(table.FindMnemonic("R" + std::to_string(row), state),
+                  row < OpcodeTable::MaxRows ? row : -1);
 }
 
 // The usage flags take the cpu field exactly as written.
