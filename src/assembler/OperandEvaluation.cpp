@@ -66,7 +66,8 @@ std::string NumberText(double value) {
 Value Assembly::Evaluate(std::string_view text) {
     pEvaluator->SetCaseSensitive(pState.Options.CaseSensitiveSymbols);
     Value result = pEvaluator->Evaluate(text);
-    ReportEvaluatorFaults();
+    // Most evaluations record nothing.
+    if (pEvaluator->ErrorCount() > 0) ReportEvaluatorFaults();
     return result;
 }
 

@@ -103,7 +103,14 @@ const PrefixOperator* FindPrefixOperator(std::string_view text) {
 }
 
 bool IsOperatorChar(char c) {
-    return kOperatorChars.find(c) != std::string_view::npos;
+    // Every character of every name and number is asked about: one look at
+    // a table instead of a search of the list.
+    static constexpr auto kIsOperator = [] {
+        std::array<bool, 256> table{};
+        for (const char op : kOperatorChars) table[static_cast<unsigned char>(op)] = true;
+        return table;
+    }();
+    return kIsOperator[static_cast<unsigned char>(c)];
 }
 
 } // namespace trident::expr

@@ -136,11 +136,6 @@ void clsErrorList::ClearAllErrors() {
     pError = 0;
 }
 
-std::int16_t clsErrorList::ErrorCount() const {
-    const std::size_t cap = std::numeric_limits<std::int16_t>::max();
-    return static_cast<std::int16_t>(std::min(pEntries.size(), cap));
-}
-
 std::string clsErrorList::ErrorString(std::int32_t code) {
     const auto* found = std::find_if(kMessages.begin(), kMessages.end(),
                                      [code](const ErrorMessage& m) { return m.Code == code; });

@@ -2,8 +2,10 @@
 
 #include "expression/EvalError.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <limits>
 #include <string>
 #include <string_view>
 
@@ -30,7 +32,10 @@ class clsErrorList {
 
     void ClearAllErrors();
     void ErrorClear() { pError = 0; }
-    std::int16_t ErrorCount() const;
+    std::int16_t ErrorCount() const {
+        constexpr std::size_t cap = std::numeric_limits<std::int16_t>::max();
+        return static_cast<std::int16_t>(pEntries.size() < cap ? pEntries.size() : cap);
+    }
 
     // The current error code: 0 when clear, 1 after a recording, else the
     // code of the entry last taken.

@@ -1,9 +1,8 @@
 #include "expression/clsExpression.h"
 
-#include "expression/CharTests.h"
 #include "expression/NumberLiterals.h"
 #include "expression/NumericValue.h"
-#include "expression/OperatorTable.h"
+#include "expression/Operations.h"
 #include "expression/clsExpressionParser.h"
 #include "symbols/clsSymbolTable.h"
 
@@ -12,6 +11,7 @@
 #include <cmath>
 #include <limits>
 #include <optional>
+#include <utility>
 
 namespace trident {
 
@@ -52,56 +52,36 @@ std::optional<Value> MakeDouble(const Number& n, clsErrorList&) {
     return Value(n.Real);
 }
 
-std::optional<Value> KeepAsComputed(const Number&, clsErrorList&) {
-    return std::nullopt;
-}
-
+// The levels that change results; 0 and 1 keep them as computed.
 constexpr std::array kPrecisionModes{
-    PrecisionMode{0, KeepAsComputed},    PrecisionMode{1, KeepAsComputed},
-    PrecisionMode{2, TruncateToInteger}, PrecisionMode{3, ForceToSigned32},
+    PrecisionMode{2, TruncateToInteger},
+    PrecisionMode{3, ForceToSigned32},
     PrecisionMode{4, MakeDouble},
 };
 
 constexpr std::int16_t kLevelOrder = 0;
 constexpr std::int16_t kLeftToRightOrder = 1;
 
-bool StartsNumber(std::string_view text) {
-    if (expr::IsDecimalDigit(text.front())) return true;
-    if (text.size() < 2 || text[0] != '&') return false;
-    const char marker = expr::ToLowerAscii(text[1]);
-    return marker == 'h' || marker == 'o';
-}
-
-// Most operands are one number or one name. Such a text holds no blank,
-// parenthesis, quote or operator character and is not "nul": the parser
-// would read it as a single operand token and nothing else.
-std::optional<std::string_view> SingleOperand(std::string_view text) {
-    text = expr::TrimBlanks(text);
-    if (text.empty() || expr::EqualsNoCase(text, "nul")) return std::nullopt;
-    for (const char c : text) {
-        if (expr::IsBlank(c) || c == '(' || c == ')' || c == '"' || c == '\'' ||
-            expr::IsOperatorChar(c))
-            return std::nullopt;
-    }
-    return text;
-}
+// The programs an evaluator keeps take at most about this much memory; the
+// texts beyond it are translated at every evaluation.
+constexpr std::size_t kProgramBudget = std::size_t{8} << 20;
 
 } // namespace
 
+void clsExpression::SetVariables(clsSymbolTable* variables) {
+    pVariables = variables;
+    pPrograms.Clear();
+}
+
 Value clsExpression::Evaluate() {
-    if (pPrecedence == kLevelOrder || pPrecedence == kLeftToRightOrder) {
-        if (const auto word = SingleOperand(pExpression)) {
-            pResult = ApplyPrecision(ResolveOperand(expr::Token{expr::TokenKind::Operand, *word}));
-            return pResult;
-        }
-    }
-    expr::ParserSettings settings{pAngleUnit, expr::OperatorOrder::Levels};
+    expr::OperatorOrder order = expr::OperatorOrder::Levels;
     if (pPrecedence == kLeftToRightOrder) {
-        settings.Order = expr::OperatorOrder::LeftToRight;
+        order = expr::OperatorOrder::LeftToRight;
     } else if (pPrecedence != kLevelOrder) {
         pErrors.AddError(EvalError::InvalidPrecedence, std::to_string(pPrecedence));
     }
-    pResult = ApplyPrecision(pParser.Run(pExpression, settings));
+    pResult = Run(ProgramFor(pExpression, order));
+    ApplyPrecision(pResult);
     return pResult;
 }
 
@@ -122,44 +102,97 @@ std::string clsExpression::DoubleQuotedStringToString(std::string_view text) {
     return expr::DoubleQuotedStringToString(text, pErrors);
 }
 
-// An operand is a number when it starts with a decimal digit or with "&h" or
-// "&o" (so "0FFh" is a number and "FFh" a name), a character constant or a
-// string when it starts with a quote, and a name otherwise.
-Value clsExpression::ResolveOperand(const expr::Token& token) {
-    const std::string_view text = token.Text;
-    if (token.Kind == expr::TokenKind::Quoted) {
-        if (text.front() == '"') return DoubleQuotedStringToString(text);
-        return SingleQuoteStrToNumber(text);
+// Programs are translated for one operator order; a text's program is kept
+// while the memory of the kept ones allows.
+expr::Program& clsExpression::ProgramFor(std::string_view text, expr::OperatorOrder order) {
+    if (order != pProgramsOrder) {
+        pPrograms.Clear();
+        pProgramsOrder = order;
     }
-    if (StartsNumber(text)) return EvalNumber(text);
-    return LookUpName(text);
+    if (expr::Program* kept = pPrograms.Find(text)) return *kept;
+    pParser.Compile(text, order, pUnkeptProgram);
+    expr::Program* kept = pPrograms.Keep(text, std::move(pUnkeptProgram), kProgramBudget);
+    return kept != nullptr ? *kept : pUnkeptProgram;
+}
+
+Value clsExpression::Run(expr::Program& program) {
+    using expr::StepKind;
+    // Most operands are one number or one name: no stack is needed.
+    if (program.Steps.size() == 1) {
+        const expr::Step& only = program.Steps.front();
+        if (only.Kind == StepKind::Constant) return program.Constants[only.Index];
+        if (only.Kind == StepKind::Name) return LookUpName(program.Names[only.Index]);
+    }
+    pStack.clear();
+    for (const expr::Step& step : program.Steps) {
+        if (!RunStep(step, program)) return {};
+    }
+    return std::move(pStack.back());
+}
+
+// One step on the value stack; false when the expression has no value.
+bool clsExpression::RunStep(const expr::Step& step, expr::Program& program) {
+    using expr::StepKind;
+    switch (step.Kind) {
+    case StepKind::Constant:
+        pStack.push_back(program.Constants[step.Index]);
+        break;
+    case StepKind::Literal:
+        pStack.push_back(expr::ConvertLiteral(program.Texts[step.Index], pErrors));
+        break;
+    case StepKind::Name:
+        pStack.push_back(LookUpName(program.Names[step.Index]));
+        break;
+    case StepKind::Prefix:
+        pStack.back() = expr::ApplyPrefix(*step.Prefix, pStack.back(), pErrors);
+        break;
+    case StepKind::Binary: {
+        const Value right = std::move(pStack.back());
+        pStack.pop_back();
+        pStack.back() = expr::ApplyBinary(*step.Binary, pStack.back(), right, pErrors);
+        break;
+    }
+    case StepKind::Call:
+        pStack.back() = step.Function == nullptr ? Value{}
+                                                 : expr::CallFunction(*step.Function, pStack.back(),
+                                                                      pAngleUnit, pErrors);
+        break;
+    case StepKind::Report:
+        pErrors.AddError(step.Fault, program.Texts[step.Index]);
+        break;
+    case StepKind::Fail:
+        pErrors.AddError(step.Fault, program.Texts[step.Index]);
+        return false;
+    }
+    return true;
 }
 
 // A name whose look-up gives no value, because it is unknown or not yet
 // resolved, is reported; the empty result tells the caller to wait for a
 // later pass.
-Value clsExpression::LookUpName(std::string_view name) {
+Value clsExpression::LookUpName(SymbolName& name) {
     if (pVariables == nullptr) {
-        pErrors.AddError(EvalError::OperandDoesNotExist, name);
+        pErrors.AddError(EvalError::OperandDoesNotExist, name.Text());
         return {};
     }
     if (pVariables->CaseSensitive() != pCaseSensitive) pVariables->SetCaseSensitive(pCaseSensitive);
     Value value = pVariables->Variable(name);
-    if (IsEmpty(value)) pErrors.AddError(EvalError::NonExistentVariable, name);
+    if (IsEmpty(value)) pErrors.AddError(EvalError::NonExistentVariable, name.Text());
     return value;
 }
 
-Value clsExpression::ApplyPrecision(const Value& value) {
+void clsExpression::ApplyPrecision(Value& value) {
+    if (pPrecision == 0 || pPrecision == 1) return;
     const auto* mode =
         std::find_if(kPrecisionModes.begin(), kPrecisionModes.end(),
                      [this](const PrecisionMode& m) { return m.Level == pPrecision; });
     if (mode == kPrecisionModes.end()) {
         pErrors.AddError(EvalError::InvalidPrecision, std::to_string(pPrecision));
-        return value;
+        return;
     }
     const auto number = expr::ToNumber(value);
-    if (!number) return value;
-    return mode->Convert(*number, pErrors).value_or(value);
+    if (!number) return;
+    if (auto converted = mode->Convert(*number, pErrors)) value = std::move(*converted);
 }
 
 } // namespace trident

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "expression/AngleUnit.h"
+#include "expression/ExpressionProgram.h"
+#include "expression/ProgramCache.h"
 #include "expression/clsErrorList.h"
 #include "expression/clsExpressionParser.h"
 #include "symbols/Value.h"
@@ -8,14 +10,11 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace trident {
 
 class clsSymbolTable;
-
-namespace expr {
-struct Token;
-}
 
 // Evaluates the text of one operand expression: numbers in four radixes,
 // character constants, quoted strings, names from the symbol table, six
@@ -36,10 +35,15 @@ struct Token;
 //   into the signed 32-bit range, truncated and wrapped around (warning -11
 //   when that changes it); 4 makes every number a double. Any other value
 //   records "Invalid Precision" and keeps the result as computed.
+//
+// An assembly evaluates the operands of every statement in each pass, so
+// each text is translated once into a program (see ExpressionProgram.h)
+// that later evaluations of the same text run again; the programs kept are
+// bounded in memory.
 class clsExpression {
   public:
     clsExpression() = default;
-    // The parser calls back into the object that owns it.
+    // Its programs remember slots of its symbol table: one evaluator each.
     clsExpression(const clsExpression&) = delete;
     clsExpression& operator=(const clsExpression&) = delete;
 
@@ -54,7 +58,7 @@ class clsExpression {
     Value Result() const { return pResult; }
 
     // The symbol table that names are looked up in; not owned, may be unset.
-    void SetVariables(clsSymbolTable* variables) { pVariables = variables; }
+    void SetVariables(clsSymbolTable* variables);
     clsSymbolTable* Variables() const { return pVariables; }
 
     bool CaseSensitive() const { return pCaseSensitive; }
@@ -83,9 +87,11 @@ class clsExpression {
     std::int16_t ErrorCount() const { return pErrors.ErrorCount(); }
 
   private:
-    Value ResolveOperand(const expr::Token& token);
-    Value LookUpName(std::string_view name);
-    Value ApplyPrecision(const Value& value);
+    expr::Program& ProgramFor(std::string_view text, expr::OperatorOrder order);
+    Value Run(expr::Program& program);
+    bool RunStep(const expr::Step& step, expr::Program& program);
+    Value LookUpName(SymbolName& name);
+    void ApplyPrecision(Value& value);
 
     std::string pExpression;
     Value pResult;
@@ -95,8 +101,14 @@ class clsExpression {
     std::int16_t pPrecedence = 0;
     std::int16_t pPrecision = 0;
     clsErrorList pErrors;
-    expr::clsExpressionParser pParser{
-        pErrors, [this](const expr::Token& token) { return ResolveOperand(token); }};
+    expr::clsExpressionParser pParser;
+    // The programs of the texts met so far, for the operator order they were
+    // translated with.
+    expr::ProgramCache pPrograms;
+    expr::OperatorOrder pProgramsOrder = expr::OperatorOrder::Levels;
+    // The program of a text that no longer fits among the kept ones.
+    expr::Program pUnkeptProgram;
+    std::vector<Value> pStack;
 };
 
 } // namespace trident

@@ -1,8 +1,8 @@
 #include "expression/clsExpressionParser.h"
 
 #include "expression/CharTests.h"
+#include "expression/NumberLiterals.h"
 #include "expression/NumericValue.h"
-#include "expression/Operations.h"
 
 #include <utility>
 
@@ -20,57 +20,75 @@ bool IsBlankOperand(std::string_view text) {
     return text.empty();
 }
 
-} // namespace
-
-clsExpressionParser::clsExpressionParser(clsErrorList& errors, OperandResolver resolver)
-    : pErrors(errors), pResolve(std::move(resolver)) {}
-
-Value clsExpressionParser::Run(std::string_view text, ParserSettings settings) {
-    pLexer = clsExpressionLexer(text);
-    pSettings = settings;
-    pFrames.clear();
-    pValues.clear();
-    Step step = Step::NeedOperand;
-    while (step == Step::NeedOperand || step == Step::NeedOperator) {
-        step = step == Step::NeedOperand ? OnOperand(pLexer.NextOperand())
-                                         : OnOperator(pLexer.NextOperator());
-    }
-    return step == Step::Done ? Finish() : Value{};
+// An operand is a number when it starts with a decimal digit or with "&h" or
+// "&o" (so "0FFh" is a number and "FFh" a name), a character constant or a
+// string when it starts with a quote, and a name otherwise.
+bool IsLiteral(const Token& token) {
+    const std::string_view text = token.Text;
+    if (token.Kind == TokenKind::Quoted || IsDecimalDigit(text.front())) return true;
+    if (text.size() < 2 || text[0] != '&') return false;
+    const char marker = ToLowerAscii(text[1]);
+    return marker == 'h' || marker == 'o';
 }
 
-clsExpressionParser::Step clsExpressionParser::OnOperand(const Token& token) {
+} // namespace
+
+Value ConvertLiteral(std::string_view text, clsErrorList& errors) {
+    if (text.front() == '"') return DoubleQuotedStringToString(text, errors);
+    if (text.front() == '\'') return SingleQuoteStrToNumber(text, errors);
+    return EvalNumber(text, errors);
+}
+
+void clsExpressionParser::Compile(std::string_view text, OperatorOrder order, Program& program) {
+    pLexer = clsExpressionLexer(text);
+    pOrder = order;
+    pProgram = &program;
+    program.Clear();
+    pFrames.clear();
+    pDepth = 0;
+    Stage stage = Stage::NeedOperand;
+    while (stage == Stage::NeedOperand || stage == Stage::NeedOperator) {
+        stage = stage == Stage::NeedOperand ? OnOperand(pLexer.NextOperand())
+                                            : OnOperator(pLexer.NextOperator());
+    }
+    if (stage == Stage::Done) Finish();
+}
+
+clsExpressionParser::Stage clsExpressionParser::OnOperand(const Token& token) {
     switch (token.Kind) {
     case TokenKind::Open:
         pFrames.push_back({FrameKind::Group});
-        return Step::NeedOperand;
+        return Stage::NeedOperand;
     case TokenKind::Prefix:
         pFrames.push_back({FrameKind::Prefix, nullptr, FindPrefixOperator(token.Text)});
-        return Step::NeedOperand;
+        return Stage::NeedOperand;
     case TokenKind::Function:
         return OpenFunction(token.Text);
     case TokenKind::NulTest:
-        PushValue(MakeInteger(IsBlankOperand(token.Text) ? -1 : 0));
-        return Step::NeedOperator;
+        EmitConstant(MakeInteger(IsBlankOperand(token.Text) ? -1 : 0));
+        CompleteOperand();
+        return Stage::NeedOperator;
     case TokenKind::Operand:
     case TokenKind::Quoted:
-        PushValue(pResolve(token));
-        return Step::NeedOperator;
+        EmitOperand(token);
+        CompleteOperand();
+        return Stage::NeedOperator;
     default:
         return Fail(EvalError::MissingOperand, token.Text);
     }
 }
 
-clsExpressionParser::Step clsExpressionParser::OnOperator(const Token& token) {
+clsExpressionParser::Stage clsExpressionParser::OnOperator(const Token& token) {
     switch (token.Kind) {
     case TokenKind::End:
-        return Step::Done;
+        return Stage::Done;
     case TokenKind::Close:
         return CloseGroup();
     case TokenKind::Binary: {
         const BinaryOperator* op = FindBinaryOperator(token.Text);
         ReduceWhileAtLeast(LevelOf(*op));
         pFrames.push_back({FrameKind::Binary, op});
-        return Step::NeedOperand;
+        return Stage::NeedOperand;
     }
     case TokenKind::InvalidOperator:
         return Fail(EvalError::InvalidOperator, token.Text);
@@ -81,79 +99,98 @@ clsExpressionParser::Step clsExpressionParser::OnOperator(const Token& token) {
 
 // An unknown function is reported at once; its argument is still evaluated
 // so that faults inside it are reported too, and the call's value is empty.
-clsExpressionParser::Step clsExpressionParser::OpenFunction(std::string_view name) {
+clsExpressionParser::Stage clsExpressionParser::OpenFunction(std::string_view name) {
     const BuiltinFunction* function = FindFunction(name);
-    if (function == nullptr) pErrors.AddError(EvalError::UnimplementedFunction, name);
+    if (function == nullptr) EmitText(StepKind::Report, EvalError::UnimplementedFunction, name);
     pFrames.push_back({FrameKind::Function, nullptr, nullptr, function});
-    return Step::NeedOperand;
+    return Stage::NeedOperand;
 }
 
-clsExpressionParser::Step clsExpressionParser::CloseGroup() {
+clsExpressionParser::Stage clsExpressionParser::CloseGroup() {
     ReduceWhileAtLeast(kLowestLevel);
     if (pFrames.empty()) return Fail(EvalError::MissingOpenParenthesis, ")");
     const Frame frame = pFrames.back();
     pFrames.pop_back();
-    Value inner = PopValue();
     if (frame.Kind == FrameKind::Function) {
-        inner = frame.Function == nullptr
-                    ? Value{}
-                    : CallFunction(*frame.Function, inner, pSettings.Unit, pErrors);
+        Step call{StepKind::Call};
+        call.Function = frame.Function;
+        pProgram->Steps.push_back(call);
     }
-    PushValue(std::move(inner));
-    return Step::NeedOperator;
+    CompleteOperand();
+    return Stage::NeedOperator;
 }
 
-clsExpressionParser::Step clsExpressionParser::Fail(EvalError code, std::string_view extra) {
-    pErrors.AddError(code, extra);
-    return Step::Failed;
+clsExpressionParser::Stage clsExpressionParser::Fail(EvalError code, std::string_view extra) {
+    EmitText(StepKind::Fail, code, extra);
+    return Stage::Failed;
+}
+
+// A literal whose conversion records no fault is converted here once;
+// otherwise it is converted at every run, so that its faults are recorded
+// at every run.
+void clsExpressionParser::EmitOperand(const Token& token) {
+    if (!IsLiteral(token)) {
+        pProgram->Steps.push_back(
+            {StepKind::Name, EvalError::None, static_cast<std::uint32_t>(pProgram->Names.size())});
+        pProgram->Names.emplace_back(token.Text);
+        ++pDepth;
+        return;
+    }
+    pLiteralFaults.ClearAllErrors();
+    Value value = ConvertLiteral(token.Text, pLiteralFaults);
+    if (pLiteralFaults.ErrorCount() > 0) {
+        EmitText(StepKind::Literal, EvalError::None, token.Text);
+        ++pDepth;
+    } else {
+        EmitConstant(std::move(value));
+    }
+}
+
+void clsExpressionParser::EmitConstant(Value value) {
+    pProgram->Steps.push_back({StepKind::Constant, EvalError::None,
+                               static_cast<std::uint32_t>(pProgram->Constants.size())});
+    pProgram->Constants.push_back(std::move(value));
+    ++pDepth;
+}
+
+void clsExpressionParser::EmitText(StepKind kind, EvalError fault, std::string_view text) {
+    pProgram->Steps.push_back({kind, fault, static_cast<std::uint32_t>(pProgram->Texts.size())});
+    pProgram->Texts.emplace_back(text);
 }
 
 // A complete operand: the prefix operators waiting for it apply now,
 // innermost first.
-void clsExpressionParser::PushValue(Value value) {
+void clsExpressionParser::CompleteOperand() {
     while (!pFrames.empty() && pFrames.back().Kind == FrameKind::Prefix) {
-        value = ApplyPrefix(*pFrames.back().Prefix, value, pErrors);
+        Step prefix{StepKind::Prefix};
+        prefix.Prefix = pFrames.back().Prefix;
+        pProgram->Steps.push_back(prefix);
         pFrames.pop_back();
     }
-    pValues.push_back(std::move(value));
-}
-
-Value clsExpressionParser::PopValue() {
-    Value value = std::move(pValues.back());
-    pValues.pop_back();
-    return value;
 }
 
 void clsExpressionParser::ReduceWhileAtLeast(int level) {
     while (!pFrames.empty() && pFrames.back().Kind == FrameKind::Binary &&
            LevelOf(*pFrames.back().Binary) >= level) {
-        ReduceTop();
+        Step binary{StepKind::Binary};
+        binary.Binary = pFrames.back().Binary;
+        pProgram->Steps.push_back(binary);
+        pFrames.pop_back();
+        --pDepth;
     }
-}
-
-void clsExpressionParser::ReduceTop() {
-    const BinaryOperator& op = *pFrames.back().Binary;
-    pFrames.pop_back();
-    const Value right = PopValue();
-    const Value left = PopValue();
-    pValues.push_back(ApplyBinary(op, left, right, pErrors));
 }
 
 int clsExpressionParser::LevelOf(const BinaryOperator& op) const {
-    return pSettings.Order == OperatorOrder::Levels ? op.Level : kHighestLevel;
+    return pOrder == OperatorOrder::Levels ? op.Level : kHighestLevel;
 }
 
-Value clsExpressionParser::Finish() {
+void clsExpressionParser::Finish() {
     ReduceWhileAtLeast(kLowestLevel);
     if (!pFrames.empty()) {
-        pErrors.AddError(EvalError::MissingCloseParenthesis);
-        return {};
+        EmitText(StepKind::Fail, EvalError::MissingCloseParenthesis, {});
+    } else if (pDepth != 1) {
+        EmitText(StepKind::Fail, EvalError::ImplementationError, {});
     }
-    if (pValues.size() != 1) {
-        pErrors.AddError(EvalError::ImplementationError);
-        return {};
-    }
-    return std::move(pValues.back());
 }
 
 } // namespace trident::expr

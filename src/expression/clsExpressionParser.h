@@ -1,14 +1,14 @@
 #pragma once
 
-#include "expression/AngleUnit.h"
 #include "expression/BuiltinFunctions.h"
+#include "expression/ExpressionProgram.h"
 #include "expression/ExpressionToken.h"
 #include "expression/OperatorTable.h"
 #include "expression/clsErrorList.h"
 #include "expression/clsExpressionLexer.h"
 #include "symbols/Value.h"
 
-#include <functional>
+#include <cstddef>
 #include <string_view>
 #include <vector>
 
@@ -20,32 +20,25 @@ enum class OperatorOrder {
     LeftToRight // strictly left to right; only parentheses group
 };
 
-struct ParserSettings {
-    AngleUnit Unit = AngleUnit::Radians;
-    OperatorOrder Order = OperatorOrder::Levels;
-};
+// The value of a literal operand: a number, a character constant or a
+// string, told apart by its first character.
+Value ConvertLiteral(std::string_view text, clsErrorList& errors);
 
-// Evaluates one expression text in a single left-to-right sweep with an
-// operand stack and an operator stack, so that deep nesting costs no call
-// depth and long expressions cost linear time. Prefix operators bind to the
-// operand right after them (a number, name, function call or parenthesised
-// group). Binary operators are applied by level, 6 first, and left to right
-// within a level. A malformed expression stops with one error and an empty
-// result.
+// Translates one expression text into a Program in a single left-to-right
+// sweep with an operator stack, so that deep nesting costs no call depth and
+// long expressions cost linear time. Prefix operators bind to the operand
+// right after them (a number, name, function call or parenthesised group).
+// Binary operators are applied by level, 6 first, and left to right within a
+// level. A malformed expression ends its program with a Fail step at the
+// point where reading stops.
 class clsExpressionParser {
   public:
-    // Gives the value of an Operand or Quoted token (numbers, names,
-    // character constants and strings).
-    using OperandResolver = std::function<Value(const Token& token)>;
-
-    clsExpressionParser(clsErrorList& errors, OperandResolver resolver);
-
-    // One evaluation. The parser can be run again and again; its stacks keep
-    // their storage between runs.
-    Value Run(std::string_view text, ParserSettings settings);
+    // The program replaces whatever `program` held. The parser can be used
+    // again and again; its stacks keep their storage between uses.
+    void Compile(std::string_view text, OperatorOrder order, Program& program);
 
   private:
-    enum class Step { NeedOperand, NeedOperator, Done, Failed };
+    enum class Stage { NeedOperand, NeedOperator, Done, Failed };
     enum class FrameKind { Group, Function, Prefix, Binary };
 
     struct Frame {
@@ -55,24 +48,28 @@ class clsExpressionParser {
         const BuiltinFunction* Function = nullptr; // none for an unknown function
     };
 
-    Step OnOperand(const Token& token);
-    Step OnOperator(const Token& token);
-    Step OpenFunction(std::string_view name);
-    Step CloseGroup();
-    Step Fail(EvalError code, std::string_view extra);
-    void PushValue(Value value);
-    Value PopValue();
+    Stage OnOperand(const Token& token);
+    Stage OnOperator(const Token& token);
+    Stage OpenFunction(std::string_view name);
+    Stage CloseGroup();
+    Stage Fail(EvalError code, std::string_view extra);
+    void EmitOperand(const Token& token);
+    void EmitConstant(Value value);
+    void EmitText(StepKind kind, EvalError fault, std::string_view text);
+    void CompleteOperand();
     void ReduceWhileAtLeast(int level);
-    void ReduceTop();
     int LevelOf(const BinaryOperator& op) const;
-    Value Finish();
+    void Finish();
 
     clsExpressionLexer pLexer{{}};
-    clsErrorList& pErrors;
-    OperandResolver pResolve;
-    ParserSettings pSettings;
+    OperatorOrder pOrder = OperatorOrder::Levels;
+    Program* pProgram = nullptr;
     std::vector<Frame> pFrames;
-    std::vector<Value> pValues;
+    // How many values the program's steps leave on the stack so far.
+    std::size_t pDepth = 0;
+    // Faults of converting literals, which decide whether a literal can be
+    // converted once for all runs.
+    clsErrorList pLiteralFaults;
 };
 
 } // namespace trident::expr

@@ -92,7 +92,27 @@ int clsSymbolTable::FindSlot(std::string_view name) const {
     return slot <= pUsed ? slot : -1;
 }
 
+int clsSymbolTable::FindSlot(SymbolName& name) const {
+    if (name.pTable == this && name.pLayout == pLayout)
+        return name.pSlot <= pUsed ? name.pSlot : -1;
+    if (!name.pHasKey || name.pKeyCaseSensitive != pCaseSensitive) {
+        NormaliseInto(name.pKey, name.pName);
+        name.pHasKey = true;
+        name.pKeyCaseSensitive = pCaseSensitive;
+    }
+    const int slot = LowestSlotWithKey(name.pKey);
+    // A name that normalises to nothing matches the first unused slot,
+    // which moves as names are added, so its slot is not remembered.
+    if (slot >= 0 && !name.pKey.empty()) {
+        name.pTable = this;
+        name.pLayout = pLayout;
+        name.pSlot = slot;
+    }
+    return slot <= pUsed ? slot : -1;
+}
+
 void clsSymbolTable::RebuildIndex() {
+    ++pLayout;
     pLocationSlot = -1;
     pSlotByName.clear();
     pUsed = SlotCount;
@@ -112,7 +132,14 @@ void clsSymbolTable::AdvanceFirstUnused() {
 }
 
 Value clsSymbolTable::Variable(std::string_view name) {
-    const int slot = FindSlot(name);
+    return TakeValue(FindSlot(name), name);
+}
+
+Value clsSymbolTable::Variable(SymbolName& name) {
+    return TakeValue(FindSlot(name), name.pName);
+}
+
+Value clsSymbolTable::TakeValue(int slot, std::string_view name) {
     if (slot < 0) {
         pIndex = -1;
         return {};
@@ -162,7 +189,7 @@ void clsSymbolTable::AddSymbol(std::string_view name, const Value& value, std::i
     const int slot = pUsed;
     pSlots[slot] = Slot{std::string(name), value, refed, pass, symType, subType1, subType2, tag};
     // No scan matched, so any slot holding this key lies beyond the new one.
-    pSlotByName.insert_or_assign(key, slot);
+    if (!pSlotByName.insert_or_assign(key, slot).second) ++pLayout;
     AdvanceFirstUnused();
     pIndex = static_cast<std::int16_t>(slot);
 }
@@ -220,6 +247,7 @@ void clsSymbolTable::DeleteAll() {
         slot.Pass = -1;
     }
     pSlotByName.clear();
+    ++pLayout;
     pLocationSlot = -1;
     pUsed = 0;
 }

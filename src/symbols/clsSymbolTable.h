@@ -1,5 +1,6 @@
 #pragma once
 
+#include "symbols/TextHash.h"
 #include "symbols/Value.h"
 
 #include <cstdint>
@@ -10,6 +11,29 @@
 #include <vector>
 
 namespace trident {
+
+class clsSymbolTable;
+
+// A name that is looked up again and again, as the operands of a statement
+// are in every pass: normalised once, and the slot it was found in
+// remembered for as long as no slot of its table changes place or name.
+class SymbolName {
+  public:
+    explicit SymbolName(std::string_view name) : pName(name) {}
+    // The name as written.
+    const std::string& Text() const { return pName; }
+
+  private:
+    friend class clsSymbolTable;
+
+    std::string pName;
+    std::string pKey; // normalised for the case rule in pKeyCaseSensitive
+    bool pHasKey = false;
+    bool pKeyCaseSensitive = true;
+    const clsSymbolTable* pTable = nullptr; // the table that pSlot is in
+    std::uint64_t pLayout = 0;              // that table's layout when it was found
+    int pSlot = -1;
+};
 
 // Every name an assembly knows: labels, equ/set symbols and the predefined
 // groups. A fixed array of 10001 slots filled from the front; a cursor
@@ -45,6 +69,9 @@ class clsSymbolTable {
     // Look-up by name: marks the symbol referenced, applies the ".." forward
     // reference rule, moves the cursor; empty when the name is unknown.
     Value Variable(std::string_view name);
+    // The same for a name met before: its normalised form and its slot are
+    // reused while they hold.
+    Value Variable(SymbolName& name);
     // Define or update: an existing name gets only its value replaced.
     void SetVariable(std::string_view name, const Value& value);
     bool VariableExists(std::string_view name);
@@ -105,6 +132,9 @@ class clsSymbolTable {
     // The slot a scan from slot 0 matches before it stops at the first
     // unused slot; -1 if none.
     int FindSlot(std::string_view name) const;
+    int FindSlot(SymbolName& name) const;
+    // The look-up's effects on the slot found (none: -1).
+    Value TakeValue(int slot, std::string_view name);
     int UsedCount() const { return pUsed; }
     void RebuildIndex();
     void AdvanceFirstUnused();
@@ -117,7 +147,10 @@ class clsSymbolTable {
     // part every scan looks at.
     int pUsed = 0;
     // Normalised name -> lowest slot holding a name with that key.
-    std::unordered_map<std::string, int> pSlotByName;
+    std::unordered_map<std::string, int, TextHash> pSlotByName;
+    // Changes whenever the lowest slot of a name already in the index may
+    // change: a SymbolName's remembered slot holds while this stays.
+    std::uint64_t pLayout = 0;
     mutable std::string pKeyBuffer;
     // The slot holding "$" once it has been set; -1 until then and whenever
     // slots have moved.

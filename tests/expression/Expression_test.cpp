@@ -235,6 +235,18 @@ TEST(Evaluate, ErrorsAccumulateUntilDrained) {
     EXPECT_EQ(evaluator.Error(), 0);
 }
 
+// The same text evaluated again follows the settings as they are now.
+TEST(Evaluate, KeptProgramsFollowTheSettings) {
+    clsExpression evaluator;
+    EXPECT_EQ(Describe(evaluator.Evaluate("2+3*4")), "int 14");
+    EXPECT_EQ(Describe(evaluator.Evaluate("sin(90)")), Describe(std::sin(90.0)));
+    evaluator.SetPrecedence(1);
+    evaluator.SetDRG(AngleUnit::Degrees);
+    EXPECT_EQ(Describe(evaluator.Evaluate("2+3*4")), "int 20");
+    EXPECT_EQ(Describe(evaluator.Evaluate("sin(90)")), "double 1");
+    EXPECT_EQ(Drain(evaluator), Errors{});
+}
+
 TEST(Evaluate, DeepNestingAndLongExpressionsStayCheap) {
     constexpr int depth = 200000;
     std::string flat = "1";

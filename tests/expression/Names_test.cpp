@@ -57,5 +57,19 @@ TEST_F(ExpressionNames, UnknownNamesMakeTheResultEmptyAndAreReported) {
     EXPECT_EQ(Drain(pEvaluator), (Errors{{3, "Loop"}}));
 }
 
+// A text's program is kept, but its names are looked up in the table as it
+// is at each evaluation.
+TEST_F(ExpressionNames, KeptProgramsSeeTheTableAsItIsNow) {
+    const std::pair<const char*, const char*> before[] = {{"later+1", "empty"},
+                                                          {"half*4", "double 2"}};
+    for (const auto& [text, value] : before) EXPECT_EQ(Evaluate(text), value) << text;
+    pTable.SetVariable("later", std::int32_t{4});
+    pTable.DeleteByName("Loop"); // the slots after it move down
+    const std::pair<const char*, const char*> after[] = {
+        {"later+1", "int 5"}, {"half*4", "double 2"}, {"Loop", "empty"}};
+    for (const auto& [text, value] : after) EXPECT_EQ(Evaluate(text), value) << text;
+    EXPECT_EQ(Drain(pEvaluator), (Errors{{26, "later"}, {26, "Loop"}}));
+}
+
 } // namespace
 } // namespace trident

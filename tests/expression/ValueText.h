@@ -55,12 +55,15 @@ inline Value Evaluated(clsExpression& evaluator, const std::string& text) {
 }
 
 // Runs every case (a Text, a Value and the Expected entries) through `call`
-// on a fresh evaluator.
+// on a fresh evaluator, twice: the second time runs the program kept from
+// the first, which must give the same value and entries.
 template <typename Cases, typename Call> void Check(const Cases& cases, Call call) {
     for (const auto& c : cases) {
         clsExpression evaluator;
-        EXPECT_EQ(Describe(Value(call(evaluator, c.Text))), c.Value) << c.Text;
-        EXPECT_EQ(Drain(evaluator), c.Expected) << c.Text;
+        for (int round = 0; round < 2; ++round) {
+            EXPECT_EQ(Describe(Value(call(evaluator, c.Text))), c.Value) << c.Text;
+            EXPECT_EQ(Drain(evaluator), c.Expected) << c.Text;
+        }
     }
 }
 

@@ -198,7 +198,8 @@ TEST(SymbolTable, ToSigned32WrapsIntoTheSignedRange) {
 }
 
 // The index against a naive slot-by-slot scan under random operations,
-// with names that collide through case and "$".
+// with names that collide through case and "$"; names looked up again and
+// again (SymbolName) must see every move of the slots.
 TEST(SymbolTable, IndexAgreesWithALinearScanUnderRandomOperations) {
     const std::vector<std::string> pool{"a",  "A", "a$",   "$A",   "b",     "B", "b$b",
                                         "bb", "$", "Loop", "LOOP", "lo$op", "c", "C$"};
@@ -217,6 +218,7 @@ TEST(SymbolTable, IndexAgreesWithALinearScanUnderRandomOperations) {
     const auto erase = [&](int slot) {
         if (slot >= 0 && slot < static_cast<int>(model.size())) model.erase(model.begin() + slot);
     };
+    std::vector<SymbolName> remembered(pool.begin(), pool.end());
     std::mt19937 random(12345);
     clsSymbolTable table;
     for (int step = 0; step < 3000; ++step) {
@@ -253,6 +255,12 @@ TEST(SymbolTable, IndexAgreesWithALinearScanUnderRandomOperations) {
         for (const std::string& probe : pool) {
             ASSERT_EQ(table.VariableExists(probe), find(probe) >= 0) << probe << " step " << step;
             ASSERT_EQ(table.Index(), find(probe)) << probe << " step " << step;
+        }
+        for (SymbolName& probe : remembered) {
+            const int slot = find(probe.Text());
+            ASSERT_EQ(table.Variable(probe), slot < 0 ? Value{} : model[slot].second)
+                << probe.Text() << " step " << step;
+            ASSERT_EQ(table.Index(), slot) << probe.Text() << " step " << step;
         }
     }
 }
