@@ -387,9 +387,13 @@ void Assembly::EmitByte(std::uint8_t byte) {
 }
 
 std::string Assembly::EmitValue(const Value& value, int width) {
-    const std::uint32_t whole = WholeBits(value);
-    pOutputs.WriteBits(whole, width);
     std::string text;
+    EmitBits(WholeBits(value), width, text);
+    return text;
+}
+
+void Assembly::EmitBits(std::uint32_t whole, int width, std::string& text) {
+    pOutputs.WriteBits(whole, width);
     const std::uint32_t word = whole & 0xFFFFu;
     if (width == 16) {
         EmitByte(static_cast<std::uint8_t>(word & 0xFFu));
@@ -399,7 +403,7 @@ std::string Assembly::EmitValue(const Value& value, int width) {
     }
     // The text is made only for a line that will be listed: the passes
     // before the final one list nothing.
-    if (!pListing.ListsLines()) return text;
+    if (!pListing.ListsLines()) return;
     if (width == 16) {
         if (pState.Options.BigEndianCode) {
             AppendHex(text, word, 4);
@@ -410,7 +414,6 @@ std::string Assembly::EmitValue(const Value& value, int width) {
     } else {
         AppendHex(text, word & 0xFFu, 2);
     }
-    return text;
 }
 
 void Assembly::PushExpansion(ExpansionLevel level) {

@@ -119,6 +119,9 @@ class Assembly {
     // value (a word low byte first, or as a number with big-endian code), or
     // nothing when the statement will not be listed.
     std::string EmitValue(const Value& value, int width);
+    // EmitValue for a value already reduced to its whole bits, appending the
+    // listing text to `text` (nothing when the line will not be listed).
+    void EmitBits(std::uint32_t whole, int width, std::string& text);
 
     int MacroDepth() const { return static_cast<int>(pExpansions.size()); }
     std::vector<ExpansionLevel>& Expansions() { return pExpansions; }

@@ -10,14 +10,22 @@ constexpr int BytesPerRow = 4;
 } // namespace
 
 void DataBytes::Byte(const Value& value) {
-    Append(pRun.EmitValue(value, 8), 1);
+    Byte(WholeBits(value));
+}
+
+void DataBytes::Byte(std::uint32_t whole) {
+    pDigits.clear();
+    pRun.EmitBits(whole, 8, pDigits);
+    Append(pDigits, 1);
 }
 
 void DataBytes::Word(const Value& value) {
-    Append(pRun.EmitValue(value, 16), 2);
+    pDigits.clear();
+    pRun.EmitBits(WholeBits(value), 16, pDigits);
+    Append(pDigits, 2);
 }
 
-void DataBytes::Append(const std::string& digits, int byteCount) {
+void DataBytes::Append(std::string_view digits, int byteCount) {
     if (digits.empty()) return; // a line that will not be listed
     if (pCount > 0) pText += pCount % BytesPerRow == 0 ? "\r\n\t" : " ";
     pText += digits;

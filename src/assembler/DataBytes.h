@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace trident {
 
@@ -19,17 +20,20 @@ class DataBytes {
 
     // An 8-bit value; empty (unresolved) emits 0.
     void Byte(const Value& value);
-    void Byte(std::uint8_t byte) { Byte(Value{std::int32_t{byte}}); }
+    void Byte(std::uint8_t byte) { Byte(std::uint32_t{byte}); }
+    // An 8-bit value already reduced to its whole bits.
+    void Byte(std::uint32_t whole);
     // A 16-bit value, low byte first; listed as one group of four digits.
     void Word(const Value& value);
 
     const std::string& Text() const { return pText; }
 
   private:
-    void Append(const std::string& digits, int byteCount);
+    void Append(std::string_view digits, int byteCount);
 
     Assembly& pRun;
     std::string pText;
+    std::string pDigits;
     int pCount = 0;
 };
 

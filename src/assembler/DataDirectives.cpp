@@ -161,7 +161,7 @@ void DataDirectives::EmitCharacters(DataBytes& bytes, std::string_view character
     for (std::size_t i = 0; i < characters.size(); ++i) {
         std::int32_t code = static_cast<unsigned char>(characters[i]);
         if (markLast && i + 1 == characters.size()) code += LastMark;
-        bytes.Byte(Value{code});
+        bytes.Byte(static_cast<std::uint32_t>(code));
     }
 }
 

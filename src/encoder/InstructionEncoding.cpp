@@ -277,11 +277,11 @@ RegisterOperand InstructionEncoding::ReadRegister(int index, RegisterWidth width
 }
 
 void InstructionEncoding::Emit(const Value& value, int width) {
-    pStatement.BytesText += pRun.EmitValue(value, width);
+    pRun.EmitBits(WholeBits(value), width, pStatement.BytesText);
 }
 
 void InstructionEncoding::EmitByte(std::int32_t byte) {
-    Emit(Value{byte}, 8);
+    pRun.EmitBits(static_cast<std::uint32_t>(byte), 8, pStatement.BytesText);
 }
 
 void InstructionEncoding::EmitIndexPrefix(const RegisterOperand& reg) {
