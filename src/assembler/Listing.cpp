@@ -3,7 +3,8 @@
 #include "assembler/ListingColours.h"
 #include "output/HexText.h"
 
-#include <cstdio>
+#include <array>
+#include <charconv>
 
 namespace trident {
 namespace {
@@ -33,10 +34,25 @@ Colour CategoryColour(const Statement& statement) {
     return ListingColours::Plain;
 }
 
-std::string DepthText(int depth) {
-    char text[16];
-    std::snprintf(text, sizeof text, " +%02d", depth);
-    return text;
+constexpr std::string_view Tab = "\t";
+constexpr std::string_view LineEnd = "\r\n";
+
+// Room for the address column: up to eight digits, a depth of up to three
+// digits after " +", and the tab.
+using AddressRoom = std::array<char, 16>;
+
+// The address column: the address, inside a macro expansion its depth
+// (" +01"), and the tab that ends the column; composed in `room`.
+std::string_view AddressText(AddressRoom& room, std::int32_t address, int macroDepth) {
+    char* out = WriteHex(room.data(), static_cast<std::uint32_t>(address), 4);
+    if (macroDepth > 0) {
+        *out++ = ' ';
+        *out++ = '+';
+        if (macroDepth < 10) *out++ = '0';
+        out = std::to_chars(out, room.data() + room.size() - 1, macroDepth).ptr;
+    }
+    *out++ = '\t';
+    return {room.data(), static_cast<std::size_t>(out - room.data())};
 }
 
 } // namespace
@@ -50,30 +66,26 @@ bool Listing::ListsLines() const {
 void Listing::ListLine(const Statement& statement, int macroDepth) {
     if (statement.SuppressListing || !ListsLines()) return;
     const bool expanding = macroDepth > 0;
+    AddressRoom address;
+    const std::string_view addressText = AddressText(address, pState.LineAddress, macroDepth);
+    const Colour addressInk = expanding ? ListingColours::Directive : ListingColours::Plain;
     // A tab after the address column, so that the rows of four bytes that
-    // long data statements continue on line up under the first one.
-    // The line is composed in one reused buffer and appended a colour at a
-    // time: this runs for every listed statement.
-    std::string& line = pLineBuffer;
-    line.clear();
-    AppendHex(line, static_cast<std::uint32_t>(pState.LineAddress), 4);
-    if (expanding) line += DepthText(macroDepth);
-    line += '\t';
-    const std::size_t bytesStart = line.size();
-    line.append(statement.ValueText).append(statement.BytesText) += '\t';
-    const std::size_t fieldsStart = line.size();
-    line.append(statement.Label) += '\t';
-    line.append(statement.Operation) += '\t';
-    line.append(statement.Operands) += '\t';
-    const std::size_t commentStart = line.size();
-    line.append(statement.Comment) += '\t';
-    const std::string_view text = line;
-    pText.Append(text.substr(0, bytesStart),
-                 expanding ? ListingColours::Directive : ListingColours::Plain);
-    pText.Append(text.substr(bytesStart, fieldsStart - bytesStart), ListingColours::Bytes);
-    pText.Append(text.substr(fieldsStart, commentStart - fieldsStart), CategoryColour(statement));
-    pText.Append(text.substr(commentStart), ListingColours::Comment);
-    pText.Append("\r\n", ListingColours::Plain);
+    // long data statements continue on line up under the first one. The line
+    // goes in as one append: this runs for every listed statement.
+    const Colour fieldsInk = CategoryColour(statement);
+    pText.Append({{addressText, addressInk},
+                  {statement.ValueText, ListingColours::Bytes},
+                  {statement.BytesText, ListingColours::Bytes},
+                  {Tab, ListingColours::Bytes},
+                  {statement.Label, fieldsInk},
+                  {Tab, fieldsInk},
+                  {statement.Operation, fieldsInk},
+                  {Tab, fieldsInk},
+                  {statement.Operands, fieldsInk},
+                  {Tab, fieldsInk},
+                  {statement.Comment, ListingColours::Comment},
+                  {Tab, ListingColours::Comment},
+                  {LineEnd, ListingColours::Plain}});
 }
 
 void Listing::ListError(std::string_view message, std::string_view detail, bool force,

@@ -46,7 +46,6 @@ class Listing {
     RunState& pState;
     FrontEnd& pFrontEnd;
     ColouredText pText;
-    std::string pLineBuffer;
     std::vector<Diagnostic> pDiagnostics;
 };
 

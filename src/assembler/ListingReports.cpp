@@ -1,8 +1,10 @@
 #include "assembler/ListingReports.h"
 
 #include "assembler/ListingColours.h"
+#include "output/HexText.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <string_view>
@@ -57,32 +59,75 @@ void AppendStatistics(ColouredText& out, const Statistics& s) {
     Row(out, "Size in bytes", std::to_string(size) + " (" + Hex(size, 4) + "h)");
 }
 
-std::string ValueText(const Value& value) {
-    if (IsEmpty(value)) return "----";
-    if (const auto* text = std::get_if<std::string>(&value)) return "\"" + *text + "\"";
+// The symbol's value column: hexadecimal for whole numbers that fit 32 bits.
+void AppendValue(std::string& text, const Value& value) {
+    if (IsEmpty(value)) {
+        text += "----";
+        return;
+    }
+    if (const auto* quoted = std::get_if<std::string>(&value)) {
+        text.append(1, '"').append(*quoted) += '"';
+        return;
+    }
     const double number = *AsNumber(value);
     if (number != std::trunc(number) || std::fabs(number) > 4294967295.0) {
-        char text[32];
-        std::snprintf(text, sizeof text, "%.15g", number);
-        return text;
+        char digits[32];
+        const int length = std::snprintf(digits, sizeof digits, "%.15g", number);
+        text.append(digits, static_cast<std::size_t>(length));
+        return;
     }
-    return Hex(static_cast<std::int64_t>(number), 4);
+    AppendHex(text, static_cast<std::uint32_t>(static_cast<std::int64_t>(number)), 4);
 }
 
-std::string PositionText(const SourcePosition& where, const std::string& mainFile) {
-    if (where.File.empty()) return "-";
-    const std::string line = std::to_string(where.Line);
-    return where.File == mainFile ? line : where.File + ":" + line;
+void AppendNumber(std::string& text, int number) {
+    char digits[16];
+    const auto end = std::to_chars(std::begin(digits), std::end(digits), number).ptr;
+    text.append(std::begin(digits), end);
 }
 
-std::string ReferenceText(const std::vector<SourcePosition>& references,
-                          const std::string& mainFile) {
-    std::string text;
-    for (const SourcePosition& where : references) {
-        if (!text.empty()) text += " ";
-        text += PositionText(where, mainFile);
+// A line number, with its file unless that is the main file.
+void AppendPosition(std::string& text, const SourcePosition& where, std::string_view mainFile) {
+    if (where.File.empty()) {
+        text += '-';
+        return;
     }
-    return text;
+    if (where.File != mainFile) text.append(where.File) += ':';
+    AppendNumber(text, where.Line);
+}
+
+// Spaces up to `width` characters since `from`, and the column gap.
+void PadColumn(std::string& text, std::size_t from, std::size_t width) {
+    const std::size_t used = text.size() - from;
+    if (used < width) text.append(width - used, ' ');
+    text += ' ';
+}
+
+// One row composed in `line` (reused from row to row) and appended in one go.
+void AppendSymbol(ColouredText& out, std::string& line, const SymbolRow& row,
+                  std::string_view mainFile) {
+    line.assign(row.References.empty() ? "* " : "  ");
+    line.append(row.Name);
+    PadColumn(line, 2, NameColumn);
+    const std::size_t valueStart = line.size();
+    AppendValue(line, row.Val);
+    PadColumn(line, valueStart, 8);
+    const std::size_t kindStart = line.size();
+    line.append(row.Kind);
+    PadColumn(line, kindStart, 10);
+    const std::size_t definedStart = line.size();
+    AppendPosition(line, row.DefinedAt, mainFile);
+    PadColumn(line, definedStart, 8);
+    const std::size_t referencesStart = line.size();
+    for (const SourcePosition& where : row.References) {
+        if (line.size() != referencesStart) line += ' ';
+        AppendPosition(line, where, mainFile);
+    }
+    line.append(LineEnd);
+    const std::string_view text = line;
+    out.Append({{text.substr(0, valueStart), ListingColours::Plain},
+                {text.substr(valueStart, kindStart - valueStart), ListingColours::Bytes},
+                {text.substr(kindStart, referencesStart - kindStart), ListingColours::Equates},
+                {text.substr(referencesStart), ListingColours::Plain}});
 }
 
 void AppendSymbols(ColouredText& out, const std::vector<SymbolRow>& symbols,
@@ -93,15 +138,10 @@ void AppendSymbols(ColouredText& out, const std::vector<SymbolRow>& symbols,
                    PadRight("Defined", 8) + "Referenced on lines" + std::string(LineEnd),
                ListingColours::Directive);
     bool anyUnused = false;
+    std::string line;
     for (const SymbolRow& row : symbols) {
-        const bool unused = row.References.empty();
-        anyUnused = anyUnused || unused;
-        out.Append((unused ? "* " : "  ") + PadRight(row.Name, NameColumn), ListingColours::Plain);
-        out.Append(PadRight(ValueText(row.Val), 8), ListingColours::Bytes);
-        out.Append(PadRight(row.Kind, 10) + PadRight(PositionText(row.DefinedAt, mainFile), 8),
-                   ListingColours::Equates);
-        out.Append(ReferenceText(row.References, mainFile) + std::string(LineEnd),
-                   ListingColours::Plain);
+        anyUnused = anyUnused || row.References.empty();
+        AppendSymbol(out, line, row, mainFile);
     }
     if (anyUnused)
         out.Append("  * never referenced" + std::string(LineEnd), ListingColours::Comment);
@@ -115,8 +155,9 @@ void AppendMacros(ColouredText& out, const std::vector<MacroRow>& macros) {
         while (!body.empty()) {
             const std::size_t end = body.find_first_of("\r\n");
             const std::string_view line = body.substr(0, end);
-            out.Append("      " + std::string(line) + std::string(LineEnd),
-                       ListingColours::MacroDefinition);
+            out.Append({{"      ", ListingColours::MacroDefinition},
+                        {line, ListingColours::MacroDefinition},
+                        {LineEnd, ListingColours::MacroDefinition}});
             if (end == std::string_view::npos) break;
             body.remove_prefix(end);
             // One listing line per body line, whatever its line end.

@@ -5,7 +5,9 @@
 #include "symbols/Value.h"
 
 #include <cstdint>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace trident {
@@ -27,12 +29,14 @@ struct Statistics {
     std::int32_t HighestAddress = 0;
 };
 
+// A row views the run's records of the symbol (its kind and references):
+// it is valid while they are, until the next assembly.
 struct SymbolRow {
     std::string Name;
     Value Val;
-    std::string Kind;
+    std::string_view Kind;
     SourcePosition DefinedAt; // empty File for symbols the source did not define
-    std::vector<SourcePosition> References;
+    std::span<const SourcePosition> References;
 };
 
 struct MacroRow {

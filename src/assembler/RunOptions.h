@@ -1,6 +1,7 @@
 #pragma once
 
 #include "output/LoaderStyle.h"
+#include "output/ObjectTexts.h"
 
 #include <cstdint>
 #include <string>
@@ -27,6 +28,9 @@ struct RunOptions {
     bool ZilogMnemonics = false;
     // The monitor dialect of the loader text.
     LoaderStyle Loader = LoaderStyle::Ddt;
+    // The object texts the final pass builds: all of them unless a caller
+    // that saves only some (the batch tool) says otherwise.
+    ObjectTexts Objects;
     std::string IncludeDirectory;
     std::string MaclibDirectory;
     // The opcode table file read at the start of every assembly. Empty means

@@ -4,11 +4,12 @@
 #include "assembler/LineScanner.h"
 
 #include <algorithm>
+#include <numeric>
 
 namespace trident {
 namespace {
 
-std::string PredefinedKind(std::int32_t symType) {
+std::string_view PredefinedKind(std::int32_t symType) {
     switch (symType) {
     case 2:
         return "register";
@@ -53,14 +54,16 @@ void Assembly::RecordDefinition(std::string_view kind) {
 
 std::vector<ListingReports::SymbolRow> Assembly::SymbolReport() {
     std::vector<ListingReports::SymbolRow> rows;
+    rows.reserve(pOrigins.size());
     clsSymbolTable& symbols = *pSymbols;
     const std::int16_t cursor = symbols.Index();
     for (int slot = 0; slot < clsSymbolTable::SlotCount; ++slot) {
         symbols.SetIndex(static_cast<std::int16_t>(slot));
-        const std::string name = symbols.Mnemonic();
+        std::string name = symbols.Mnemonic();
         if (name.empty()) break;
         if (name == "$") continue;
-        ListingReports::SymbolRow row{name, symbols.SymVal(), {}, {}, {}};
+        ListingReports::SymbolRow row{std::move(name), symbols.SymVal(), {}, {}, {}};
+        // The row views the origin's kind and references rather than copying them.
         if (static_cast<std::size_t>(slot) < pOrigins.size()) {
             const SymbolOrigin& origin = pOrigins[static_cast<std::size_t>(slot)];
             row.Kind = origin.Kind;
@@ -73,20 +76,28 @@ std::vector<ListingReports::SymbolRow> Assembly::SymbolReport() {
     }
     symbols.SetIndex(cursor);
     // By name regardless of case, each name lower-cased once; rows of equal
-    // names keep their slot order.
-    std::vector<std::pair<std::string, std::size_t>> order;
-    order.reserve(rows.size());
-    for (std::size_t i = 0; i < rows.size(); ++i)
-        order.emplace_back(LineScanner::LowerCase(rows[i].Name), i);
-    std::sort(order.begin(), order.end());
+    // names keep their slot order. The indices are sorted, not the names.
+    std::vector<std::string> keys;
+    keys.reserve(rows.size());
+    for (const ListingReports::SymbolRow& row : rows)
+        keys.push_back(LineScanner::LowerCase(row.Name));
+    std::vector<std::size_t> order(rows.size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    std::sort(order.begin(), order.end(), [&keys](std::size_t a, std::size_t b) {
+        const int byName = keys[a].compare(keys[b]);
+        return byName < 0 || (byName == 0 && a < b);
+    });
     std::vector<ListingReports::SymbolRow> sorted;
     sorted.reserve(rows.size());
-    for (const auto& [key, index] : order) sorted.push_back(std::move(rows[index]));
+    for (const std::size_t index : order) sorted.push_back(std::move(rows[index]));
     return sorted;
 }
 
 void Assembly::FinishOutputs() {
     pOutputs.Finish(pState.StartAddress);
+    // A resolving pass always runs ahead of the final one, and its end is
+    // the last point before the final pass starts writing.
+    pOutputs.Select(pState.Options.Objects);
     const bool listedPass = pState.CurrentPass == 0 || pState.Options.ListAllPasses;
     if (pState.StopRequested || !listedPass) return;
 

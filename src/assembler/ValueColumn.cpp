@@ -1,11 +1,11 @@
 #include "assembler/ValueColumn.h"
 
 #include "assembler/Statement.h"
+#include "output/HexText.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <cstdio>
 
 namespace trident {
 
@@ -16,13 +16,13 @@ std::string ValueColumnText(const Value& value) {
     // complement low bits.
     const auto bits =
         static_cast<std::uint64_t>(static_cast<std::int64_t>(std::clamp(whole, -9.0e18, 9.0e18)));
-    char text[8];
-    std::snprintf(text, sizeof text, "%04X", static_cast<unsigned>(bits & 0xFFFFu));
-    return std::string(text) + "  ";
+    std::string text(FixedHex<4>(static_cast<std::uint32_t>(bits)));
+    text += "  ";
+    return text;
 }
 
 void ShowInValueColumn(Statement& statement, const Value& value) {
-    statement.ValueText = ValueColumnText(value) + statement.ValueText;
+    statement.ValueText.insert(0, ValueColumnText(value));
 }
 
 Value TruthValue(bool truth) {

@@ -92,6 +92,10 @@ ExitStatus RunBatch(const BatchOptions& options, std::ostream& out, std::ostream
     BatchFrontEnd frontEnd(err);
     Assembly run(&frontEnd);
     run.Options() = options.Run;
+    // Only the object texts that are saved are built.
+    run.Options().Objects = {.Srec = !options.SrecFile.empty(),
+                             .Hex = !options.HexFile.empty(),
+                             .Loader = !options.LoaderFile.empty()};
     const Assembly::Outcome outcome = run.Assemble(options.Source);
 
     PrintDiagnostics(run, err);

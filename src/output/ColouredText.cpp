@@ -2,16 +2,8 @@
 
 namespace trident {
 
-void ColouredText::Append(std::string_view text, Colour ink) {
-    if (text.empty()) return;
-    if (!pRuns.empty() && pRuns.back().Ink == ink &&
-        pRuns.back().Start + pRuns.back().Length == pText.size()) {
-        pRuns.back().Length += static_cast<std::uint32_t>(text.size());
-    } else {
-        pRuns.push_back(Run{static_cast<std::uint32_t>(pText.size()),
-                            static_cast<std::uint32_t>(text.size()), ink});
-    }
-    pText.append(text);
+void ColouredText::Append(std::span<const Piece> pieces) {
+    for (const Piece& piece : pieces) Append(piece.Text, piece.Ink);
 }
 
 void ColouredText::Clear() {

@@ -4,6 +4,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <initializer_list>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,7 +25,23 @@ class ColouredText {
         Colour Ink;
     };
 
-    void Append(std::string_view text, Colour ink);
+    // One coloured piece of a line or record appended in one go.
+    struct Piece {
+        std::string_view Text;
+        Colour Ink;
+    };
+
+    void Append(std::string_view text, Colour ink) {
+        if (text.empty()) return;
+        Paint(pText.size(), text.size(), ink);
+        pText.append(text);
+    }
+    // A whole line or record in one call, its pieces in order: no line is
+    // composed first and copied again.
+    void Append(std::span<const Piece> pieces);
+    void Append(std::initializer_list<Piece> pieces) {
+        Append(std::span<const Piece>(pieces.begin(), pieces.size()));
+    }
     void Clear();
 
     const std::string& Text() const { return pText; }
@@ -32,6 +50,15 @@ class ColouredText {
     std::size_t Size() const { return pText.size(); }
 
   private:
+    // Colours `length` characters from `start`, where the last run ends.
+    void Paint(std::size_t start, std::size_t length, Colour ink) {
+        if (!pRuns.empty() && pRuns.back().Ink == ink)
+            pRuns.back().Length += static_cast<std::uint32_t>(length);
+        else
+            pRuns.push_back(
+                Run{static_cast<std::uint32_t>(start), static_cast<std::uint32_t>(length), ink});
+    }
+
     std::string pText;
     std::vector<Run> pRuns;
 };

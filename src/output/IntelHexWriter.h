@@ -9,9 +9,9 @@ namespace trident {
 // 00 carrying the start address ends the text.
 class IntelHexWriter : public RecordWriter {
   protected:
-    const char* Mark() const override { return ":"; }
+    std::string_view Mark() const override { return ":"; }
     int CountField(int count) const override { return count; }
-    const char* TypeField() const override { return "00"; }
+    std::string_view TypeField() const override { return "00"; }
     int Checksum(int countField, int sum) const override { return -(countField + sum) & 0xFF; }
     void WriteEndRecord(std::uint16_t startAddress) override;
 };

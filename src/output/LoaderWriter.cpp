@@ -2,9 +2,6 @@
 
 #include "output/HexText.h"
 
-#include <cmath>
-#include <cstdio>
-
 namespace trident {
 namespace {
 
@@ -12,6 +9,7 @@ constexpr Colour CommandInk{0, 128, 0};
 constexpr Colour AddressInk{0, 0, 0};
 constexpr Colour ByteInk{0, 0, 160};
 constexpr Colour WordInk{0, 0, 255};
+constexpr std::string_view LineEnd = "\r\n";
 
 } // namespace
 
@@ -38,17 +36,17 @@ void LoaderWriter::WriteBits(std::uint32_t whole, int width) {
 void LoaderWriter::OpenBlock() {
     // The sde opening starts with the "." that ends the previous entry
     // command, so a program that begins with an org starts with a lone ".".
-    pText.Append(pStyle == LoaderStyle::Sde ? ".\r\n\r\nE" : "S", CommandInk);
-    pText.Append(HexText(pAddress, 4) + "\r\n", AddressInk);
+    const FixedHex<4> address(pAddress);
+    pText.Append({{pStyle == LoaderStyle::Sde ? ".\r\n\r\nE" : "S", CommandInk},
+                  {address, AddressInk},
+                  {LineEnd, AddressInk}});
     pRestart = false;
 }
 
 void LoaderWriter::WriteByte(std::uint8_t byte, bool fromWord) {
-    std::string& line = pLineBuffer;
-    line.clear();
-    AppendHex(line, byte, 2);
-    line += "\r\n";
-    pText.Append(line, fromWord ? WordInk : ByteInk);
+    const FixedHex<2> digits(byte);
+    const Colour ink = fromWord ? WordInk : ByteInk;
+    pText.Append({{digits, ink}, {LineEnd, ink}});
     ++pAddress;
 }
 

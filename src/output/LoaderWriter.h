@@ -36,8 +36,6 @@ class LoaderWriter {
     bool pEnabled = false;
     bool pRestart = false;
     std::uint16_t pAddress = 0;
-    // One byte's line, reused: a line is written for every byte.
-    std::string pLineBuffer;
 };
 
 } // namespace trident

@@ -3,9 +3,9 @@
 namespace trident {
 
 void ObjectOutputs::StartPass(bool finalPass) {
-    pSrec.SetEnabled(finalPass);
-    pHex.SetEnabled(finalPass);
-    pLoader.SetEnabled(finalPass);
+    pSrec.SetEnabled(finalPass && pWanted.Srec);
+    pHex.SetEnabled(finalPass && pWanted.Hex);
+    pLoader.SetEnabled(finalPass && pWanted.Loader);
     pSrec.Restart(0);
     pHex.Restart(0);
 }

@@ -2,6 +2,7 @@
 
 #include "output/IntelHexWriter.h"
 #include "output/LoaderWriter.h"
+#include "output/ObjectTexts.h"
 #include "output/SrecWriter.h"
 
 #include <cstdint>
@@ -12,8 +13,11 @@ namespace trident {
 // S-records, Intel HEX and the monitor loader text, fed in that order.
 class ObjectOutputs {
   public:
-    // Only the final pass writes. The record formats start a new record at
-    // address 0 with every pass; the loader text deliberately does not.
+    // The texts that the next final pass builds (all of them unless told).
+    void Select(const ObjectTexts& wanted) { pWanted = wanted; }
+    // Only the final pass writes, and only the selected texts. The record
+    // formats start a new record at address 0 with every pass; the loader
+    // text deliberately does not.
     void StartPass(bool finalPass);
     // The emission address jumped (org, reserved space).
     void Restart(std::uint16_t address);
@@ -34,6 +38,7 @@ class ObjectOutputs {
     SrecWriter pSrec;
     IntelHexWriter pHex;
     LoaderWriter pLoader;
+    ObjectTexts pWanted;
 };
 
 } // namespace trident

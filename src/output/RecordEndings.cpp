@@ -1,4 +1,5 @@
 // The records that end the Intel HEX and S-record texts.
+#include "output/HexText.h"
 #include "output/IntelHexWriter.h"
 #include "output/SrecWriter.h"
 
@@ -6,19 +7,21 @@ namespace trident {
 
 void IntelHexWriter::WriteEndRecord(std::uint16_t startAddress) {
     const int sum = (startAddress >> 8) + (startAddress & 0xFF);
-    Ink().Append(":", MarkInk);
-    Ink().Append("00", CountInk);
-    Ink().Append(Hex4(startAddress), AddressInk);
-    Ink().Append("00", TypeInk);
-    Ink().Append(Hex2(-sum), ChecksumInk);
+    const FixedHex<4> address(startAddress);
+    const FixedHex<2> checksum(static_cast<std::uint32_t>(-sum));
+    Ink().Append({{":", MarkInk},
+                  {"00", CountInk},
+                  {address, AddressInk},
+                  {"00", TypeInk},
+                  {checksum, ChecksumInk}});
 }
 
 void SrecWriter::WriteEndRecord(std::uint16_t startAddress) {
     const int sum = 3 + (startAddress >> 8) + (startAddress & 0xFF);
-    Ink().Append("S9", MarkInk);
-    Ink().Append("03", CountInk);
-    Ink().Append(Hex4(startAddress), AddressInk);
-    Ink().Append(Hex2(~sum), ChecksumInk);
+    const FixedHex<4> address(startAddress);
+    const FixedHex<2> checksum(static_cast<std::uint32_t>(~sum));
+    Ink().Append(
+        {{"S9", MarkInk}, {"03", CountInk}, {address, AddressInk}, {checksum, ChecksumInk}});
 }
 
 } // namespace trident

@@ -2,18 +2,7 @@
 
 #include "output/HexText.h"
 
-#include <cmath>
-#include <cstdio>
-
 namespace trident {
-
-std::string RecordWriter::Hex2(int value) {
-    return HexText(static_cast<unsigned>(value) & 0xFF, 2);
-}
-
-std::string RecordWriter::Hex4(int value) {
-    return HexText(static_cast<unsigned>(value) & 0xFFFF, 4);
-}
 
 void RecordWriter::Restart(std::uint16_t address) {
     pRestart = true;
@@ -38,15 +27,15 @@ void RecordWriter::WriteByte(std::uint8_t byte, bool fromWord) {
     // A record that holds no byte yet is simply moved to the new address:
     // only the end of the output closes a record empty.
     if (pRestart || !pOpen) {
-        if (pOpen && !pRecord.empty()) Close();
+        if (pOpen && pCount > 0) Close();
         Open();
-    } else if (pAddress % 16 == 0 && !pRecord.empty()) {
+    } else if (pAddress % RecordSize == 0 && pCount > 0) {
         Close();
         Open();
     }
-    pRecord.push_back({byte, fromWord});
+    pRecord[pCount++] = {byte, fromWord};
     ++pAddress;
-    if (pAddress % 16 == 0) {
+    if (pAddress % RecordSize == 0) {
         Close();
         Open();
     }
@@ -56,39 +45,42 @@ void RecordWriter::Open() {
     pOpen = true;
     pRestart = false;
     pRecordAddress = pAddress;
-    pRecord.clear();
+    pCount = 0;
 }
 
 void RecordWriter::Close() {
-    const int count = static_cast<int>(pRecord.size());
-    const int countField = CountField(count);
+    const int countField = CountField(pCount);
     int sum = (pRecordAddress >> 8) + (pRecordAddress & 0xFF);
-    pText.Append(Mark(), MarkInk);
-    pText.Append(Hex2(countField), CountInk);
-    pText.Append(Hex4(pRecordAddress), AddressInk);
-    pText.Append(TypeField(), TypeInk);
-    // The data in one piece per stretch of bytes of the same kind (from
-    // bytes or from words), each stretch one colour.
-    std::string& data = pDataBuffer;
-    data.clear();
-    std::size_t stretchStart = 0;
-    for (std::size_t i = 0; i < pRecord.size(); ++i) {
-        const bool kindChanges = i > 0 && pRecord[i].FromWord != pRecord[i - 1].FromWord;
-        if (kindChanges) {
-            pText.Append(std::string_view(data).substr(stretchStart),
-                         pRecord[i - 1].FromWord ? WordInk : ByteInk);
-            stretchStart = data.size();
+    for (int i = 0; i < pCount; ++i) sum += pRecord[i].Byte;
+    const FixedHex<2> count(static_cast<std::uint32_t>(countField));
+    const FixedHex<4> address(pRecordAddress);
+    const FixedHex<2> checksum(static_cast<std::uint32_t>(Checksum(countField, sum)));
+
+    // The whole record goes in as one append: the data one piece per stretch
+    // of bytes of the same kind (from bytes or from words), each stretch one
+    // colour.
+    std::array<char, 2 * RecordSize> data;
+    std::array<ColouredText::Piece, RecordSize + 6> pieces;
+    std::size_t used = 0;
+    pieces[used++] = {Mark(), MarkInk};
+    pieces[used++] = {count, CountInk};
+    pieces[used++] = {address, AddressInk};
+    pieces[used++] = {TypeField(), TypeInk};
+    int stretchStart = 0;
+    for (int i = 0; i < pCount; ++i) {
+        data[2 * i] = HexDigits[pRecord[i].Byte >> 4];
+        data[2 * i + 1] = HexDigits[pRecord[i].Byte & 0xF];
+        if (i + 1 == pCount || pRecord[i + 1].FromWord != pRecord[i].FromWord) {
+            pieces[used++] = {{data.data() + 2 * stretchStart, 2u * (i + 1 - stretchStart)},
+                              pRecord[i].FromWord ? WordInk : ByteInk};
+            stretchStart = i + 1;
         }
-        AppendHex(data, pRecord[i].Byte, 2);
-        sum += pRecord[i].Byte;
     }
-    if (!pRecord.empty())
-        pText.Append(std::string_view(data).substr(stretchStart),
-                     pRecord.back().FromWord ? WordInk : ByteInk);
-    pText.Append(Hex2(Checksum(countField, sum)), ChecksumInk);
-    pText.Append("\r\n", AddressInk);
+    pieces[used++] = {checksum, ChecksumInk};
+    pieces[used++] = {"\r\n", AddressInk};
+    pText.Append(std::span(pieces.data(), used));
     pOpen = false;
-    pRecord.clear();
+    pCount = 0;
 }
 
 void RecordWriter::Finish(std::uint16_t startAddress) {
@@ -103,7 +95,7 @@ void RecordWriter::Clear() {
     pRestart = true;
     pOpen = false;
     pAddress = 0;
-    pRecord.clear();
+    pCount = 0;
 }
 
 } // namespace trident

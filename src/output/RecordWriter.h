@@ -3,9 +3,9 @@
 #include "output/ColouredText.h"
 #include "symbols/Value.h"
 
+#include <array>
 #include <cstdint>
-#include <string>
-#include <vector>
+#include <string_view>
 
 namespace trident {
 
@@ -44,21 +44,21 @@ class RecordWriter {
     static constexpr Colour ChecksumInk{160, 0, 0};
 
     // The record's leading mark ("S1", ":").
-    virtual const char* Mark() const = 0;
+    virtual std::string_view Mark() const = 0;
     // The count field of a record holding `count` data bytes.
     virtual int CountField(int count) const = 0;
     // Text written between the address and the data ("00" for a type field).
-    virtual const char* TypeField() const { return ""; }
+    virtual std::string_view TypeField() const { return {}; }
     // The checksum of a record whose count field and address plus data sum
     // are given.
     virtual int Checksum(int countField, int sum) const = 0;
     virtual void WriteEndRecord(std::uint16_t startAddress) = 0;
 
     ColouredText& Ink() { return pText; }
-    static std::string Hex2(int value);
-    static std::string Hex4(int value);
 
   private:
+    static constexpr int RecordSize = 16;
+
     struct PendingByte {
         std::uint8_t Byte;
         bool FromWord;
@@ -74,8 +74,9 @@ class RecordWriter {
     bool pOpen = false;
     std::uint16_t pAddress = 0;
     std::uint16_t pRecordAddress = 0;
-    std::vector<PendingByte> pRecord;
-    std::string pDataBuffer;
+    // The open record's bytes, pCount of them.
+    std::array<PendingByte, RecordSize> pRecord{};
+    int pCount = 0;
 };
 
 } // namespace trident

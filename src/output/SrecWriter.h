@@ -9,7 +9,7 @@ namespace trident {
 // an "S9" termination record carrying the start address.
 class SrecWriter : public RecordWriter {
   protected:
-    const char* Mark() const override { return "S1"; }
+    std::string_view Mark() const override { return "S1"; }
     int CountField(int count) const override { return count + 3; }
     int Checksum(int countField, int sum) const override { return ~(countField + sum) & 0xFF; }
     void WriteEndRecord(std::uint16_t startAddress) override;

@@ -14,6 +14,23 @@ TEST(AssemblyOutputs, NothingEmittedGivesAnEmptyImageAndEmptyRecords) {
     EXPECT_EQ(run.Run().Outputs().Hex().Text(), ":00000000\x30\x30\r\n:0000000000");
 }
 
+TEST(AssemblyOutputs, OnlyTheSelectedObjectTextsAreBuilt) {
+    const ObjectTexts selections[] = {{.Srec = false, .Hex = true, .Loader = false},
+                                      {.Srec = true, .Hex = false, .Loader = true}};
+    for (const ObjectTexts& wanted : selections) {
+        testing::EncoderRun run;
+        run.Options().Objects = wanted;
+        ASSERT_EQ(run.Assemble(" org 100h\n mvi a,1\n"), Assembly::Outcome::Completed);
+        const ObjectOutputs& outputs = run.Run().Outputs();
+        EXPECT_EQ(outputs.Srec().Empty(), !wanted.Srec);
+        EXPECT_EQ(outputs.Hex().Empty(), !wanted.Hex);
+        EXPECT_EQ(outputs.Loader().Empty(), !wanted.Loader);
+        if (wanted.Hex) {
+            EXPECT_EQ(outputs.Hex().Text(), ":020100003E01BE\r\n:0000000000");
+        }
+    }
+}
+
 TEST(AssemblyOutputs, ReportsFollowTheFinalPassWithTheCrossReference) {
     testing::EncoderRun run;
     ASSERT_EQ(run.Assemble("five equ 5\nstart: mvi a,five\n jmp start\nidle: nop\n"),
