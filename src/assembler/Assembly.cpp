@@ -130,6 +130,7 @@ void Assembly::StartPass(std::int16_t pass, const std::filesystem::path& source)
     }
     pState.ListingOn = true;
     pOutputs.SetLoaderStyle(pState.Options.Loader);
+    pOutputs.Select(pState.Options.Objects);
     pOutputs.StartPass(pass == 0);
     pLineStatements = {};
     pLinePrepared = {};

@@ -95,9 +95,6 @@ std::vector<ListingReports::SymbolRow> Assembly::SymbolReport() {
 
 void Assembly::FinishOutputs() {
     pOutputs.Finish(pState.StartAddress);
-    // A resolving pass always runs ahead of the final one, and its end is
-    // the last point before the final pass starts writing.
-    pOutputs.Select(pState.Options.Objects);
     const bool listedPass = pState.CurrentPass == 0 || pState.Options.ListAllPasses;
     if (pState.StopRequested || !listedPass) return;
 
