@@ -326,8 +326,7 @@ void Assembly::PrepareStatement(const SourceStatement& fields, MainFileLines::Pr
         pStatementSteps = kept->Steps;
         return;
     }
-    for (const char c : fields.Operation)
-        pStatement.Keyword += c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    pStatement.Keyword = LowerCaseKeyword(fields.Operation);
     pOperandViews.clear();
     if (!fields.Operands.empty()) LineScanner::SplitOperands(fields.Operands, pOperandViews);
     SetOperandList(pOperandViews);
@@ -335,6 +334,16 @@ void Assembly::PrepareStatement(const SourceStatement& fields, MainFileLines::Pr
     if (kept)
         pMainLines.Keep(*kept, fields.Operation, pStatement.Keyword, pOperandViews,
                         pStatementSteps);
+}
+
+// Most operation words are written in lower case and serve as they stand.
+std::string_view Assembly::LowerCaseKeyword(std::string_view operation) {
+    const auto upper = [](char c) { return c >= 'A' && c <= 'Z'; };
+    if (std::none_of(operation.begin(), operation.end(), upper)) return operation;
+    pKeywordText.assign(operation);
+    for (char& c : pKeywordText)
+        if (upper(c)) c = static_cast<char>(c - 'A' + 'a');
+    return pKeywordText;
 }
 
 void Assembly::SetOperandList(std::span<const std::string_view> operands) {

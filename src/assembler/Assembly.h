@@ -155,6 +155,7 @@ class Assembly {
     // kept of a main-file statement (nothing for other lines).
     void PrepareStatement(const SourceStatement& fields, MainFileLines::Prepared* kept);
     void SetOperandList(std::span<const std::string_view> operands);
+    std::string_view LowerCaseKeyword(std::string_view operation);
     void Dispatch(Statement& statement);
     void RecomputeListThisLine();
     // Turns the evaluator's recorded faults into diagnostics.
@@ -200,6 +201,8 @@ class Assembly {
     std::span<MainFileLines::Prepared> pLinePrepared;
     std::size_t pNextStatement = 0;
     std::vector<std::string_view> pOperandViews;
+    // The lower-cased operation word of a statement not kept from pass 1.
+    std::string pKeywordText;
     DispatchIndex::StepSet pStatementSteps = 0;
     SourcePosition pLinePosition;
     // Bumped whenever the line position's file or macro name changes, so

@@ -105,7 +105,7 @@ void ConditionalDirectives::StartPass(Assembly& run) {
 
 bool ConditionalDirectives::Handle(Assembly& run, Statement& statement) {
     ConditionalStack& levels = run.Conditionals();
-    const std::string& word = statement.Keyword;
+    const std::string_view word = statement.Keyword;
     if (word == "else") {
         levels.Else();
     } else if (word == "endif") {

@@ -17,7 +17,8 @@ struct Statement {
     std::string_view Label;
     std::string_view Operation;
     // Operation in lower case: directive and mnemonic names are case-blind.
-    std::string Keyword;
+    // A view too: of the operation itself when it is written in lower case.
+    std::string_view Keyword;
     std::string_view Operands;
     std::string_view Comment;
     // The operands: views into the line too, or into text that the handler
@@ -46,7 +47,7 @@ struct Statement {
     void Reset() {
         Label = {};
         Operation = {};
-        Keyword.clear();
+        Keyword = {};
         Operands = {};
         Comment = {};
         OperandList.clear();

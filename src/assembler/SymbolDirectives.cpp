@@ -64,7 +64,7 @@ std::vector<std::string_view> SymbolDirectives::OperationWords() const {
 }
 
 bool SymbolDirectives::Handle(Assembly& run, Statement& statement) {
-    const std::string& word = statement.Keyword;
+    const std::string_view word = statement.Keyword;
     if (word == "equ") {
         Equate(run, statement);
     } else if (std::find(RedefiningWords.begin(), RedefiningWords.end(), word) !=

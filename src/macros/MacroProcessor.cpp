@@ -60,7 +60,7 @@ void MacroProcessor::StartPass(Assembly& run) {
 
 bool MacroProcessor::CollectBody(Assembly& run, Statement& statement) {
     if (pDepth == 0) return false;
-    const std::string& word = statement.Keyword;
+    const std::string_view word = statement.Keyword;
     if (word == EndWord && pDepth == 1) {
         pDepth = 0;
         Close(run, statement);
@@ -85,7 +85,7 @@ std::vector<std::string_view> MacroProcessor::DirectiveWords() {
 }
 
 bool MacroProcessor::ExecuteDirective(Assembly& run, Statement& statement) {
-    const std::string& word = statement.Keyword;
+    const std::string_view word = statement.Keyword;
     if (const std::optional<BlockType> type = OpeningBlock(word)) {
         if (*type == BlockType::Macro)
             OpenMacro(run, statement);
@@ -247,7 +247,7 @@ void MacroProcessor::BindArguments(Assembly& run, const Statement& statement,
                                    ParameterMap& parameters) const {
     std::vector<std::string> arguments;
     LineScanner::SplitMacroArguments(statement.Operands, arguments);
-    const auto names = pParameterNames.find(statement.Keyword);
+    const auto names = pParameterNames.find(std::string(statement.Keyword));
     const std::size_t count = names == pParameterNames.end() ? 0 : names->second.size();
     for (std::size_t i = 0; i < count; ++i)
         parameters.Bind(names->second[i], i < arguments.size()
