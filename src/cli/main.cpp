@@ -6,7 +6,24 @@
 #include <iostream>
 #include <string>
 
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
+
 namespace {
+
+// The run builds its texts by growing large buffers. By default each large
+// block is mapped on its own and unmapped when it grows, so every growth
+// starts again on fresh pages, each costing the kernel a fault; kept in the
+// heap, freed blocks are reused. The process ends after one run, so nothing
+// is gained by giving memory back early either.
+void KeepFreedMemory() {
+#ifdef __GLIBC__
+    constexpr int Limit = 1 << 30;
+    mallopt(M_MMAP_THRESHOLD, Limit);
+    mallopt(M_TRIM_THRESHOLD, Limit);
+#endif
+}
 
 std::string VersionText() {
     return "trident-asm " + std::to_string(TRIDENT_VERSION_MAJOR) + "." +
@@ -69,6 +86,7 @@ void AddOptions(CLI::App& app, trident::BatchOptions& options) {
 } // namespace
 
 int main(int argc, char** argv) {
+    KeepFreedMemory();
     trident::BatchOptions options;
     options.Run.OpcodeTableFile = DefaultOpcodeTable(argv[0]);
     CLI::App app{"Cross-assembler for the 8080, Z80 and Z180", "trident-asm"};

@@ -35,8 +35,12 @@ std::string FormatValue(const Value& value) {
 
 } // namespace
 
-clsSymbolTable::clsSymbolTable() : pSlots(SlotCount) {
-    pSlotByName.reserve(SlotCount);
+clsSymbolTable::clsSymbolTable() = default;
+
+clsSymbolTable::Slot& clsSymbolTable::Write(int slot) {
+    const auto index = static_cast<std::size_t>(slot);
+    if (index >= pSlots.size()) pSlots.resize(index + 1, pBlank);
+    return pSlots[index];
 }
 
 void clsSymbolTable::SetIndex(std::int16_t index) {
@@ -115,8 +119,9 @@ void clsSymbolTable::RebuildIndex() {
     ++pLayout;
     pLocationSlot = -1;
     pSlotByName.clear();
-    pUsed = SlotCount;
-    for (int slot = 0; slot < SlotCount; ++slot) {
+    // Past the stored slots every name is "".
+    pUsed = pSlots.size() < SlotCount ? static_cast<int>(pSlots.size()) : SlotCount;
+    for (int slot = 0; slot < static_cast<int>(pSlots.size()); ++slot) {
         const std::string& name = pSlots[slot].Name;
         if (name.empty()) {
             pUsed = std::min(pUsed, slot);
@@ -128,7 +133,7 @@ void clsSymbolTable::RebuildIndex() {
 }
 
 void clsSymbolTable::AdvanceFirstUnused() {
-    while (pUsed < SlotCount && !pSlots[pUsed].Name.empty()) ++pUsed;
+    while (pUsed < SlotCount && !Read(pUsed).Name.empty()) ++pUsed;
 }
 
 Value clsSymbolTable::Variable(std::string_view name) {
@@ -144,7 +149,7 @@ Value clsSymbolTable::TakeValue(int slot, std::string_view name) {
         pIndex = -1;
         return {};
     }
-    Slot& entry = pSlots[slot];
+    Slot& entry = Write(slot);
     if (name.starts_with("..") && entry.Pass != CurrentPass && pErrorSink) {
         pErrorSink("Invalid forward reference", name);
     }
@@ -158,7 +163,7 @@ void clsSymbolTable::SetVariable(std::string_view name, const Value& value) {
     // The location counter is set before every statement: its slot is
     // remembered until slots move.
     if (name == "$" && pLocationSlot >= 0) {
-        pSlots[pLocationSlot].Val = value;
+        Write(pLocationSlot).Val = value;
         pIndex = static_cast<std::int16_t>(pLocationSlot);
         return;
     }
@@ -177,7 +182,7 @@ void clsSymbolTable::AddSymbol(std::string_view name, const Value& value, std::i
     const std::string& key = LookUpKey(name);
     const int existing = LowestSlotWithKey(key);
     if (existing >= 0 && existing <= pUsed) {
-        pSlots[existing].Val = value;
+        Write(existing).Val = value;
         pIndex = static_cast<std::int16_t>(existing);
         if (key == "$" && existing < pUsed) pLocationSlot = existing;
         return;
@@ -187,7 +192,7 @@ void clsSymbolTable::AddSymbol(std::string_view name, const Value& value, std::i
         return;
     }
     const int slot = pUsed;
-    pSlots[slot] = Slot{std::string(name), value, refed, pass, symType, subType1, subType2, tag};
+    Write(slot) = Slot{std::string(name), value, refed, pass, symType, subType1, subType2, tag};
     // No scan matched, so any slot holding this key lies beyond the new one.
     if (!pSlotByName.insert_or_assign(key, slot).second) ++pLayout;
     AdvanceFirstUnused();
@@ -195,9 +200,11 @@ void clsSymbolTable::AddSymbol(std::string_view name, const Value& value, std::i
 }
 
 void clsSymbolTable::ShiftDown(int first, int last) {
+    // Past the stored slots each one takes an alike successor's fields.
+    last = std::min(last, static_cast<int>(pSlots.size()));
     for (int slot = first; slot < last; ++slot) {
         Slot& to = pSlots[slot];
-        Slot& from = pSlots[slot + 1];
+        Slot& from = Write(slot + 1);
         // The last source stays in place, so it is copied rather than moved.
         if (slot + 1 < last) {
             to.Name = std::move(from.Name);
@@ -214,11 +221,11 @@ void clsSymbolTable::ShiftDown(int first, int last) {
 void clsSymbolTable::DeleteByName(std::string_view name) {
     const int slot = LowestSlotWithKey(NormalisedName(name));
     if (slot < 0 || slot >= LastSlot) return;
-    if (pSlots[slot + 1].Name.empty() && slot + 1 < LastSlot) {
+    if (Read(slot + 1).Name.empty() && slot + 1 < LastSlot) {
         ShiftDown(slot, slot + 1);
     } else {
         ShiftDown(slot, LastSlot);
-        pSlots[LastSlot] = Slot{};
+        Write(LastSlot) = Slot{};
         pSlots[LastSlot].Pass = -1;
     }
     RebuildIndex();
@@ -227,10 +234,10 @@ void clsSymbolTable::DeleteByName(std::string_view name) {
 void clsSymbolTable::DeleteByIndex(std::int16_t index) {
     if (index < 0 || index >= SlotCount) return;
     int end = index;
-    while (end < LastSlot && !pSlots[end].Name.empty()) ++end;
+    while (end < LastSlot && !Read(end).Name.empty()) ++end;
     ShiftDown(index, end);
     if (end == LastSlot) {
-        Slot& last = pSlots[LastSlot];
+        Slot& last = Write(LastSlot);
         last.Val = Value{};
         last.Name.clear();
         last.Refed = false;
@@ -240,12 +247,13 @@ void clsSymbolTable::DeleteByIndex(std::int16_t index) {
 }
 
 void clsSymbolTable::DeleteAll() {
-    for (Slot& slot : pSlots) {
-        slot.Name.clear();
-        slot.Val = Value{};
-        slot.Refed = false;
-        slot.Pass = -1;
+    for (Slot* slot = pSlots.data(); slot != pSlots.data() + pSlots.size(); ++slot) {
+        slot->Name.clear();
+        slot->Val = Value{};
+        slot->Refed = false;
+        slot->Pass = -1;
     }
+    pBlank.Pass = -1;
     pSlotByName.clear();
     ++pLayout;
     pLocationSlot = -1;
@@ -269,7 +277,7 @@ void clsSymbolTable::Sort() {
 void clsSymbolTable::DebugPrintTable(const std::function<void(std::string_view line)>& trace) {
     int last = -1;
     for (int slot = 0; slot < SlotCount; ++slot) {
-        if (pSlots[slot].Name.empty()) continue;
+        if (Read(slot).Name.empty()) continue;
         last = slot;
         pIndex = static_cast<std::int16_t>(slot);
         const std::string line =
@@ -283,69 +291,69 @@ void clsSymbolTable::DebugPrintTable(const std::function<void(std::string_view l
 }
 
 std::string clsSymbolTable::Mnemonic() const {
-    return CursorValid() ? pSlots[pIndex].Name : "";
+    return CursorValid() ? Read(pIndex).Name : "";
 }
 
 void clsSymbolTable::SetMnemonic(std::string_view name) {
-    if (!CursorValid() || pSlots[pIndex].Name == name) return;
-    pSlots[pIndex].Name = name;
+    if (!CursorValid() || Read(pIndex).Name == name) return;
+    Write(pIndex).Name = name;
     RebuildIndex();
 }
 
 Value clsSymbolTable::SymVal() const {
-    return CursorValid() ? pSlots[pIndex].Val : Value{};
+    return CursorValid() ? Read(pIndex).Val : Value{};
 }
 
 void clsSymbolTable::SetSymVal(const Value& value) {
-    if (CursorValid()) pSlots[pIndex].Val = value;
+    if (CursorValid()) Write(pIndex).Val = value;
 }
 
 Value clsSymbolTable::SymTag() const {
-    return CursorValid() ? pSlots[pIndex].Tag : Value{};
+    return CursorValid() ? Read(pIndex).Tag : Value{};
 }
 
 void clsSymbolTable::SetSymTag(const Value& tag) {
-    if (CursorValid()) pSlots[pIndex].Tag = tag;
+    if (CursorValid()) Write(pIndex).Tag = tag;
 }
 
 std::int32_t clsSymbolTable::SymType() const {
-    return CursorValid() ? pSlots[pIndex].SymType : 0;
+    return CursorValid() ? Read(pIndex).SymType : 0;
 }
 
 void clsSymbolTable::SetSymType(std::int32_t type) {
-    if (CursorValid()) pSlots[pIndex].SymType = type;
+    if (CursorValid()) Write(pIndex).SymType = type;
 }
 
 std::int32_t clsSymbolTable::SymSubType1() const {
-    return CursorValid() ? pSlots[pIndex].SymSubType1 : 0;
+    return CursorValid() ? Read(pIndex).SymSubType1 : 0;
 }
 
 void clsSymbolTable::SetSymSubType1(std::int32_t subType) {
-    if (CursorValid()) pSlots[pIndex].SymSubType1 = subType;
+    if (CursorValid()) Write(pIndex).SymSubType1 = subType;
 }
 
 std::int32_t clsSymbolTable::SymSubType2() const {
-    return CursorValid() ? pSlots[pIndex].SymSubType2 : 0;
+    return CursorValid() ? Read(pIndex).SymSubType2 : 0;
 }
 
 void clsSymbolTable::SetSymSubType2(std::int32_t subType) {
-    if (CursorValid()) pSlots[pIndex].SymSubType2 = subType;
+    if (CursorValid()) Write(pIndex).SymSubType2 = subType;
 }
 
 std::int16_t clsSymbolTable::Pass() const {
-    return CursorValid() ? pSlots[pIndex].Pass : -1;
+    return CursorValid() ? Read(pIndex).Pass : -1;
 }
 
 void clsSymbolTable::SetPass(std::int16_t pass) {
-    if (CursorValid()) pSlots[pIndex].Pass = pass;
+    if (CursorValid()) Write(pIndex).Pass = pass;
 }
 
 bool clsSymbolTable::Refed() const {
-    return CursorValid() && pSlots[pIndex].Refed;
+    return CursorValid() && Read(pIndex).Refed;
 }
 
 void clsSymbolTable::SetRefed(bool refed) {
-    if (CursorValid()) pSlots[pIndex].Refed = refed;
+    if (CursorValid()) Write(pIndex).Refed = refed;
 }
 
 double clsSymbolTable::ToSigned32(double x) {

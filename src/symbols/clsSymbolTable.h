@@ -141,8 +141,19 @@ class clsSymbolTable {
     // Slots first..last-1 take name, value, Refed and Pass of their successor.
     void ShiftDown(int first, int last);
     bool CursorValid() const { return pIndex >= 0 && pIndex < SlotCount; }
+    // Slot `slot` as it stands; slots past the stored ones are all alike.
+    const Slot& Read(int slot) const {
+        return static_cast<std::size_t>(slot) < pSlots.size() ? pSlots[slot] : pBlank;
+    }
+    // Slot `slot`, stored from now on.
+    Slot& Write(int slot);
 
+    // The slots in use so far: the table behaves as if all SlotCount of them
+    // existed, but a run touches only the first few hundred, and storing all
+    // of them up front costs a megabyte of fresh memory every assembly.
     std::vector<Slot> pSlots;
+    // What every slot past the stored ones holds.
+    Slot pBlank;
     // The first slot whose name is "" (SlotCount when none): the end of the
     // part every scan looks at.
     int pUsed = 0;
