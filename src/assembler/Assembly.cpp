@@ -131,6 +131,8 @@ void Assembly::StartPass(std::int16_t pass, const std::filesystem::path& source)
     pState.ListingOn = true;
     pOutputs.SetLoaderStyle(pState.Options.Loader);
     pOutputs.Select(pState.Options.Objects);
+    pOutputs.KeepColours(pState.Options.ColourRuns);
+    pListing.Text().KeepColours(pState.Options.ColourRuns);
     pOutputs.StartPass(pass == 0);
     pLineStatements = {};
     pLinePrepared = {};

@@ -31,6 +31,10 @@ struct RunOptions {
     // The object texts the final pass builds: all of them unless a caller
     // that saves only some (the batch tool) says otherwise.
     ObjectTexts Objects;
+    // Whether the listing and the object texts carry their colours: a caller
+    // that saves plain text only (the batch tool without --rtf) leaves them
+    // out, and the texts are the same.
+    bool ColourRuns = true;
     std::string IncludeDirectory;
     std::string MaclibDirectory;
     // The opcode table file read at the start of every assembly. Empty means

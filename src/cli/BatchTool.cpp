@@ -96,6 +96,8 @@ ExitStatus RunBatch(const BatchOptions& options, std::ostream& out, std::ostream
     run.Options().Objects = {.Srec = !options.SrecFile.empty(),
                              .Hex = !options.HexFile.empty(),
                              .Loader = !options.LoaderFile.empty()};
+    // Colours are saved only as rich text.
+    run.Options().ColourRuns = options.Rtf;
     const Assembly::Outcome outcome = run.Assemble(options.Source);
 
     PrintDiagnostics(run, err);

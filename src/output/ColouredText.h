@@ -33,7 +33,7 @@ class ColouredText {
 
     void Append(std::string_view text, Colour ink) {
         if (text.empty()) return;
-        Paint(pText.size(), text.size(), ink);
+        if (pKeepsColours) Paint(pText.size(), text.size(), ink);
         pText.append(text);
     }
     // A whole line or record in one call, its pieces in order: no line is
@@ -43,6 +43,10 @@ class ColouredText {
         Append(std::span<const Piece>(pieces.begin(), pieces.size()));
     }
     void Clear();
+    // Whether pieces appended from now on keep their colours. A caller that
+    // only saves plain text does without the runs (a listing has several a
+    // line).
+    void KeepColours(bool keep) { pKeepsColours = keep; }
 
     const std::string& Text() const { return pText; }
     const std::vector<Run>& Runs() const { return pRuns; }
@@ -61,6 +65,7 @@ class ColouredText {
 
     std::string pText;
     std::vector<Run> pRuns;
+    bool pKeepsColours = true;
 };
 
 } // namespace trident

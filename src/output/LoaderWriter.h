@@ -25,6 +25,7 @@ class LoaderWriter {
     void Finish();
 
     const ColouredText& Text() const { return pText; }
+    void KeepColours(bool keep) { pText.KeepColours(keep); }
     void Clear();
 
   private:

@@ -27,6 +27,11 @@ class ObjectOutputs {
     // Closes the open records and writes the end records.
     void Finish(std::uint16_t startAddress);
     void Clear();
+    void KeepColours(bool keep) {
+        pSrec.KeepColours(keep);
+        pHex.KeepColours(keep);
+        pLoader.KeepColours(keep);
+    }
 
     void SetLoaderStyle(LoaderStyle style) { pLoader.SetStyle(style); }
 

@@ -32,6 +32,7 @@ class RecordWriter {
     void Finish(std::uint16_t startAddress);
 
     const ColouredText& Text() const { return pText; }
+    void KeepColours(bool keep) { pText.KeepColours(keep); }
     void Clear();
 
   protected:

@@ -2,6 +2,7 @@
 // checked through the batch tool (e2e/BatchOutputs_test.cpp).
 #include "encoder/EncoderRun.h"
 
+#include <array>
 #include <gtest/gtest.h>
 
 namespace trident {
@@ -28,6 +29,28 @@ TEST(AssemblyOutputs, OnlyTheSelectedObjectTextsAreBuilt) {
         if (wanted.Hex) {
             EXPECT_EQ(outputs.Hex().Text(), ":020100003E01BE\r\n:0000000000");
         }
+    }
+}
+
+// Plain text is the same with or without its colours.
+TEST(AssemblyOutputs, TextsWithoutColourRunsHoldTheSameText) {
+    const std::string source = " org 100h\nhere: mvi a,1 ; one\n jmp here\n";
+    testing::EncoderRun coloured;
+    testing::EncoderRun plain;
+    plain.Options().ColourRuns = false;
+    ASSERT_EQ(coloured.Assemble(source), Assembly::Outcome::Completed);
+    ASSERT_EQ(plain.Assemble(source), Assembly::Outcome::Completed);
+    const auto texts = [](testing::EncoderRun& run) {
+        const ObjectOutputs& outputs = run.Run().Outputs();
+        return std::array<const ColouredText*, 4>{&run.Run().GetListing().Text(), &outputs.Hex(),
+                                                  &outputs.Srec(), &outputs.Loader()};
+    };
+    const auto withColours = texts(coloured);
+    const auto withoutColours = texts(plain);
+    for (std::size_t i = 0; i < withColours.size(); ++i) {
+        EXPECT_EQ(withoutColours[i]->Text(), withColours[i]->Text()) << i;
+        EXPECT_FALSE(withColours[i]->Runs().empty()) << i;
+        EXPECT_TRUE(withoutColours[i]->Runs().empty()) << i;
     }
 }
 
