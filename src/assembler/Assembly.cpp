@@ -192,7 +192,7 @@ void Assembly::RecomputeListThisLine() {
 void Assembly::ProcessStatement() {
     RecomputeListThisLine();
     pState.LineAddress = pState.LocationCounter;
-    pSymbols->SetVariable("$", Value{pState.LocationCounter});
+    pSymbols->SetLocation(pState.LocationCounter);
 
     if (pNextStatement >= pLineStatements.size()) {
         pLineMacroDepth = MacroDepth();

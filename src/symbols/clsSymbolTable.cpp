@@ -37,12 +37,6 @@ std::string FormatValue(const Value& value) {
 
 clsSymbolTable::clsSymbolTable() = default;
 
-clsSymbolTable::Slot& clsSymbolTable::Write(int slot) {
-    const auto index = static_cast<std::size_t>(slot);
-    if (index >= pSlots.size()) pSlots.resize(index + 1, pBlank);
-    return pSlots[index];
-}
-
 void clsSymbolTable::SetIndex(std::int16_t index) {
     if (index >= 0 && index < SlotCount) pIndex = index;
 }
@@ -168,6 +162,16 @@ void clsSymbolTable::SetVariable(std::string_view name, const Value& value) {
         return;
     }
     AddSymbol(name, value, 1, 13, 0, Value{}, false, -1);
+}
+
+void clsSymbolTable::SetLocation(std::int32_t address) {
+    if (pLocationSlot < 0) return SetVariable("$", Value{address});
+    Value& value = Write(pLocationSlot).Val;
+    if (auto* held = std::get_if<std::int32_t>(&value))
+        *held = address;
+    else
+        value = address;
+    pIndex = static_cast<std::int16_t>(pLocationSlot);
 }
 
 bool clsSymbolTable::VariableExists(std::string_view name) {

@@ -74,6 +74,9 @@ class clsSymbolTable {
     Value Variable(SymbolName& name);
     // Define or update: an existing name gets only its value replaced.
     void SetVariable(std::string_view name, const Value& value);
+    // SetVariable("$", address): the location counter, set before every
+    // statement.
+    void SetLocation(std::int32_t address);
     bool VariableExists(std::string_view name);
 
     void DeleteByName(std::string_view name);
@@ -146,7 +149,11 @@ class clsSymbolTable {
         return static_cast<std::size_t>(slot) < pSlots.size() ? pSlots[slot] : pBlank;
     }
     // Slot `slot`, stored from now on.
-    Slot& Write(int slot);
+    Slot& Write(int slot) {
+        const auto index = static_cast<std::size_t>(slot);
+        if (index >= pSlots.size()) pSlots.resize(index + 1, pBlank);
+        return pSlots[index];
+    }
 
     // The slots in use so far: the table behaves as if all SlotCount of them
     // existed, but a run touches only the first few hundred, and storing all
