@@ -152,6 +152,9 @@ void Assembly::StartPass(std::int16_t pass, const std::filesystem::path& source)
     } else {
         pMainFile->Rewind();
     }
+    // A listing is somewhat longer than its source: its room is made once.
+    // (Memory reserved but never written costs nothing.)
+    if (pass == 0) pListing.Text().Reserve(pListing.Text().Size() + 2 * pMainFile->Text().size());
 }
 
 void Assembly::EndPass() {

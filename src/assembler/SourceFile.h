@@ -40,6 +40,8 @@ class SourceFile {
     }
 
     const std::string& Name() const { return pName; }
+    // The whole text as read.
+    std::string_view Text() const { return pData; }
     // Number of the line last read, from 1.
     int LineNumber() const { return pLine; }
 

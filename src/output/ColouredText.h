@@ -47,6 +47,9 @@ class ColouredText {
     // only saves plain text does without the runs (a listing has several a
     // line).
     void KeepColours(bool keep) { pKeepsColours = keep; }
+    // Room for `size` characters of text: a text that grows by doubling
+    // copies itself, each time onto fresh memory.
+    void Reserve(std::size_t size) { pText.reserve(size); }
 
     const std::string& Text() const { return pText; }
     const std::vector<Run>& Runs() const { return pRuns; }
