@@ -1,6 +1,7 @@
 #pragma once
 
 #include "assembler/StatementHandler.h"
+#include "symbols/TextHash.h"
 
 #include <cstdint>
 #include <memory>
@@ -32,7 +33,7 @@ class DispatchIndex {
     StepSet pUnlisted = 0;
     StepSet pWhileSkipping = 0;
     StepSet pForEmptyOperations = 0;
-    std::unordered_map<std::string_view, StepSet> pListedSteps;
+    std::unordered_map<std::string_view, StepSet, TextHash> pListedSteps;
     struct PrefixSteps {
         std::string_view Prefix;
         StepSet Steps = 0;
