@@ -30,15 +30,17 @@ namespace trident::fuzz {
 // the one way out of the scanner.
 inline void ScanLine(std::string_view line) {
     std::vector<SourceStatement> statements;
-    std::vector<std::string> items;
-    const auto split = [&items](std::string_view field, bool macroArguments) {
+    std::vector<std::string> arguments;
+    std::vector<std::string_view> operands;
+    const auto split = [&arguments, &operands](std::string_view field, bool macroArguments) {
         try {
             if (macroArguments)
-                LineScanner::SplitMacroArguments(field, items);
+                LineScanner::SplitMacroArguments(field, arguments);
             else
-                LineScanner::SplitOperands(field, items);
+                LineScanner::SplitOperands(field, operands);
         } catch (const RunFailure&) {}
-        for (const std::string& item : items) LineScanner::TrimBlanks(item);
+        for (const std::string& item : arguments) LineScanner::TrimBlanks(item);
+        for (const std::string_view item : operands) LineScanner::TrimBlanks(item);
     };
     try {
         LineScanner::SplitSourceLine(line, statements);

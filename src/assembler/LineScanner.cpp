@@ -188,10 +188,6 @@ int SplitSourceLine(std::string_view line, std::vector<SourceStatement>& stateme
     return static_cast<int>(statements.size());
 }
 
-int SplitOperands(std::string_view field, std::vector<std::string>& operands) {
-    return SplitList(field, operands, false);
-}
-
 int SplitOperands(std::string_view field, std::vector<std::string_view>& operands) {
     return SplitList(field, operands, false);
 }

@@ -22,9 +22,7 @@ int SplitSourceLine(std::string_view line, std::vector<SourceStatement>& stateme
 
 // Splits an operand field on commas outside quotes; fills `operands`
 // (cleared first) and returns their number. More than MaxOperands throws
-// RunFailure.
-int SplitOperands(std::string_view field, std::vector<std::string>& operands);
-// As above, the operands as views into the field.
+// RunFailure. The operands are views into the field.
 int SplitOperands(std::string_view field, std::vector<std::string_view>& operands);
 
 // As SplitOperands, but commas inside <...> do not split either (macro calls).

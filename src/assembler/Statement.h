@@ -41,7 +41,7 @@ struct Statement {
     bool Z180Row = false;
     bool IndexUsed = false;
 
-    // Ready for the next statement; the owned strings and the operand list
+    // Ready for the next statement; the owned texts and the operand list
     // keep their storage, since a statement is prepared for every line of
     // every pass.
     void Reset() {

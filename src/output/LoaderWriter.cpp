@@ -18,10 +18,6 @@ void LoaderWriter::Restart(std::uint16_t address) {
     pAddress = address;
 }
 
-void LoaderWriter::WriteValue(const Value& value, int width) {
-    WriteBits(WholeBits(value), width);
-}
-
 void LoaderWriter::WriteBits(std::uint32_t whole, int width) {
     if (!pEnabled) return;
     if (pRestart) OpenBlock();

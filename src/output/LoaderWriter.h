@@ -19,8 +19,7 @@ class LoaderWriter {
     LoaderStyle Style() const { return pStyle; }
 
     void Restart(std::uint16_t address);
-    void WriteValue(const Value& value, int width);
-    // As WriteValue, for a value already reduced to its whole bits.
+    // An emitted value, reduced to its whole bits (WholeBits).
     void WriteBits(std::uint32_t whole, int width);
     void Finish();
 

@@ -16,10 +16,6 @@ void ObjectOutputs::Restart(std::uint16_t address) {
     pLoader.Restart(address);
 }
 
-void ObjectOutputs::WriteValue(const Value& value, int width) {
-    WriteBits(WholeBits(value), width);
-}
-
 void ObjectOutputs::WriteBits(std::uint32_t whole, int width) {
     pSrec.WriteBits(whole, width);
     pHex.WriteBits(whole, width);

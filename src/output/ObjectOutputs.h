@@ -21,8 +21,7 @@ class ObjectOutputs {
     void StartPass(bool finalPass);
     // The emission address jumped (org, reserved space).
     void Restart(std::uint16_t address);
-    void WriteValue(const Value& value, int width);
-    // As WriteValue, for a value already reduced to its whole bits.
+    // An emitted value, reduced to its whole bits (WholeBits).
     void WriteBits(std::uint32_t whole, int width);
     // Closes the open records and writes the end records.
     void Finish(std::uint16_t startAddress);

@@ -9,10 +9,6 @@ void RecordWriter::Restart(std::uint16_t address) {
     pAddress = address;
 }
 
-void RecordWriter::WriteValue(const Value& value, int width) {
-    WriteBits(WholeBits(value), width);
-}
-
 void RecordWriter::WriteBits(std::uint32_t whole, int width) {
     if (!pEnabled) return;
     if (width == 16) {

@@ -22,10 +22,9 @@ class RecordWriter {
     // The emission address jumped (start of the run, org, reserved space):
     // the next byte begins a new record at `address`.
     void Restart(std::uint16_t address);
-    // A value from the emitter: one byte for width 8, two (low byte first)
-    // for width 16, whatever byte order the listing shows.
-    void WriteValue(const Value& value, int width);
-    // As WriteValue, for a value already reduced to its whole bits.
+    // A value from the emitter, reduced to its whole bits (WholeBits): one
+    // byte for width 8, two (low byte first) for width 16, whatever byte
+    // order the listing shows.
     void WriteBits(std::uint32_t whole, int width);
     // Closes the open record and writes the end record with the program's
     // start address. No line break follows the end record.

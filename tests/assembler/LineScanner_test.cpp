@@ -63,9 +63,10 @@ TEST(LineScanner, SplitOperandsAndMacroArguments) {
         {"<<a,b>,c>,d", {"<<a", "b>", "c>", "d"}, {"<<a,b>,c>", "d"}}};
     // clang-format on
     for (const auto& [field, operands, arguments] : cases) {
+        std::vector<std::string_view> views;
+        EXPECT_EQ(LineScanner::SplitOperands(field, views), static_cast<int>(operands.size()));
+        EXPECT_EQ(Texts(views.begin(), views.end()), operands) << field;
         Texts items;
-        EXPECT_EQ(LineScanner::SplitOperands(field, items), static_cast<int>(operands.size()));
-        EXPECT_EQ(items, operands) << field;
         EXPECT_EQ(LineScanner::SplitMacroArguments(field, items),
                   static_cast<int>(arguments.size()));
         EXPECT_EQ(items, arguments) << field;
@@ -78,14 +79,15 @@ TEST(LineScanner, LimitsAreThirtyTwoStatementsAndHundredTwentyEightOperands) {
     for (int i = 1; i < LineScanner::MaxStatements; ++i) line += "!nop";
     for (int i = 1; i < LineScanner::MaxOperands; ++i) field += ",0";
     std::vector<SourceStatement> statements;
-    Texts operands;
+    std::vector<std::string_view> operands;
+    Texts arguments;
     EXPECT_EQ(LineScanner::SplitSourceLine(line, statements), 32);
     EXPECT_THROW(LineScanner::SplitSourceLine(line + "!nop", statements), RunFailure);
     EXPECT_EQ(LineScanner::SplitOperands(field, operands), 128);
     EXPECT_THROW(LineScanner::SplitOperands(field + ",0", operands), RunFailure);
     EXPECT_EQ(LineScanner::SplitOperands(field + ",", operands), 128)
         << "a trailing comma adds no operand";
-    EXPECT_THROW(LineScanner::SplitMacroArguments(field + ",,", operands), RunFailure)
+    EXPECT_THROW(LineScanner::SplitMacroArguments(field + ",,", arguments), RunFailure)
         << "an empty operand between commas counts";
 }
 

@@ -16,8 +16,8 @@ template <typename Writer> Writer& Fed(Writer& writer, const std::string& steps)
         if (word[0] == '@')
             writer.Restart(static_cast<std::uint16_t>(std::stoi(word.substr(1), nullptr, 16)));
         else
-            writer.WriteValue(Value{std::int32_t(std::stoi(word, nullptr, 16))},
-                              static_cast<int>(word.size() * 4));
+            writer.WriteBits(static_cast<std::uint32_t>(std::stoi(word, nullptr, 16)),
+                             static_cast<int>(word.size() * 4));
     }
     return writer;
 }
