@@ -419,16 +419,16 @@ void Assembly::EmitBits(std::uint32_t whole, int width, std::string& text) {
     // The text is made only for a line that will be listed: the passes
     // before the final one list nothing.
     if (!pListing.ListsLines()) return;
-    if (width == 16) {
-        if (pState.Options.BigEndianCode) {
-            AppendHex(text, word, 4);
-        } else {
-            AppendHex(text, word & 0xFFu, 2);
-            AppendHex(text, word >> 8, 2);
-        }
-    } else {
-        AppendHex(text, word & 0xFFu, 2);
+    const auto low = static_cast<std::uint8_t>(word & 0xFFu);
+    if (width != 16) {
+        AppendHexByte(text, low);
+        return;
     }
+    // A word reads as a number with big-endian code, else low byte first.
+    const auto high = static_cast<std::uint8_t>(word >> 8);
+    const bool bigEndian = pState.Options.BigEndianCode;
+    AppendHexByte(text, bigEndian ? high : low);
+    AppendHexByte(text, bigEndian ? low : high);
 }
 
 void Assembly::PushExpansion(ExpansionLevel level) {

@@ -1,9 +1,9 @@
 #include "assembler/Listing.h"
 
 #include "assembler/ListingColours.h"
+#include "output/ColouredLine.h"
 #include "output/HexText.h"
 
-#include <array>
 #include <charconv>
 
 namespace trident {
@@ -34,58 +34,71 @@ Colour CategoryColour(const Statement& statement) {
     return ListingColours::Plain;
 }
 
-constexpr std::string_view Tab = "\t";
 constexpr std::string_view LineEnd = "\r\n";
 
-// Room for the address column: up to eight digits, a depth of up to three
-// digits after " +", and the tab.
-using AddressRoom = std::array<char, 16>;
-
 // The address column: the address, inside a macro expansion its depth
-// (" +01"), and the tab that ends the column; composed in `room`.
-std::string_view AddressText(AddressRoom& room, std::int32_t address, int macroDepth) {
-    char* out = WriteHex(room.data(), static_cast<std::uint32_t>(address), 4);
-    if (macroDepth > 0) {
-        *out++ = ' ';
-        *out++ = '+';
-        if (macroDepth < 10) *out++ = '0';
-        out = std::to_chars(out, room.data() + room.size() - 1, macroDepth).ptr;
+// (" +01", at least two digits), and the tab that ends the column.
+class AddressColumn {
+  public:
+    AddressColumn(std::int32_t address, int macroDepth)
+        : pAddress(static_cast<std::uint32_t>(address)), pDepth(macroDepth),
+          pAddressDigits(HexWidth(pAddress, 4)) {}
+
+    std::size_t Width() const {
+        return static_cast<std::size_t>(pAddressDigits) + (pDepth > 0 ? 2 + DepthDigits() : 0) + 1;
     }
-    *out++ = '\t';
-    return {room.data(), static_cast<std::size_t>(out - room.data())};
-}
+    // Writes the column's Width() characters.
+    void Write(char* out) const {
+        out = WriteHex(out, pAddress, pAddressDigits);
+        if (pDepth > 0) {
+            *out++ = ' ';
+            *out++ = '+';
+            if (pDepth < 10) *out++ = '0';
+            out = std::to_chars(out, out + 16, pDepth).ptr;
+        }
+        *out = '\t';
+    }
+
+  private:
+    std::size_t DepthDigits() const {
+        std::size_t digits = 2;
+        for (int rest = pDepth / 100; rest > 0; rest /= 10) ++digits;
+        return digits;
+    }
+
+    std::uint32_t pAddress;
+    int pDepth;
+    int pAddressDigits;
+};
 
 } // namespace
 
-bool Listing::ListsLines() const {
-    const RunOptions& options = pState.Options;
-    return pState.ListThisLine || options.ListAllPasses ||
-           (pState.CurrentPass == 1 && options.ListMacLibs && pState.MaclibOpen);
-}
-
-void Listing::ListLine(const Statement& statement, int macroDepth) {
-    if (statement.SuppressListing || !ListsLines()) return;
-    const bool expanding = macroDepth > 0;
-    AddressRoom address;
-    const std::string_view addressText = AddressText(address, pState.LineAddress, macroDepth);
-    const Colour addressInk = expanding ? ListingColours::Directive : ListingColours::Plain;
-    // A tab after the address column, so that the rows of four bytes that
-    // long data statements continue on line up under the first one. The line
-    // goes in as one append: this runs for every listed statement.
+void Listing::WriteLine(const Statement& statement, int macroDepth) {
+    const AddressColumn address(pState.LineAddress, macroDepth);
+    const Colour addressInk = macroDepth > 0 ? ListingColours::Directive : ListingColours::Plain;
     const Colour fieldsInk = CategoryColour(statement);
-    pText.Append({{addressText, addressInk},
-                  {statement.ValueText, ListingColours::Bytes},
-                  {statement.BytesText, ListingColours::Bytes},
-                  {Tab, ListingColours::Bytes},
-                  {statement.Label, fieldsInk},
-                  {Tab, fieldsInk},
-                  {statement.Operation, fieldsInk},
-                  {Tab, fieldsInk},
-                  {statement.Operands, fieldsInk},
-                  {Tab, fieldsInk},
-                  {statement.Comment, ListingColours::Comment},
-                  {Tab, ListingColours::Comment},
-                  {LineEnd, ListingColours::Plain}});
+    // A tab after the address column, so that the rows of four bytes that
+    // long data statements continue on line up under the first one. This
+    // runs for every listed statement: the line is stored straight into the
+    // listing, which grows once.
+    constexpr std::size_t separators = std::string_view("\t\t\t\t\t\r\n").size();
+    ColouredLine line(pText, address.Width() + statement.ValueText.size() +
+                                 statement.BytesText.size() + statement.Label.size() +
+                                 statement.Operation.size() + statement.Operands.size() +
+                                 statement.Comment.size() + separators);
+    address.Write(line.Take(address.Width(), addressInk));
+    line.Put(statement.ValueText, ListingColours::Bytes);
+    line.Put(statement.BytesText, ListingColours::Bytes);
+    line.Put('\t', ListingColours::Bytes);
+    line.Put(statement.Label, fieldsInk);
+    line.Put('\t', fieldsInk);
+    line.Put(statement.Operation, fieldsInk);
+    line.Put('\t', fieldsInk);
+    line.Put(statement.Operands, fieldsInk);
+    line.Put('\t', fieldsInk);
+    line.Put(statement.Comment, ListingColours::Comment);
+    line.Put('\t', ListingColours::Comment);
+    line.Put(LineEnd, ListingColours::Plain);
 }
 
 void Listing::ListError(std::string_view message, std::string_view detail, bool force,

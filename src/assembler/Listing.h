@@ -19,7 +19,10 @@ class Listing {
 
     // Writes the statement's line when the run lists lines now. `macroDepth`
     // is the expansion level the statement came from (0 outside macros).
-    void ListLine(const Statement& statement, int macroDepth);
+    void ListLine(const Statement& statement, int macroDepth) {
+        // Every statement of every pass comes here; most passes list nothing.
+        if (!statement.SuppressListing && ListsLines()) WriteLine(statement, macroDepth);
+    }
 
     // Writes and counts a diagnostic; nothing happens outside a listed line
     // unless `force` is set. `where` is the statement's source position.
@@ -37,9 +40,14 @@ class Listing {
     void ResetCounts();
     // Whether a statement's line is written now (the final pass, or any pass
     // when the user asked for all of them).
-    bool ListsLines() const;
+    bool ListsLines() const {
+        const RunOptions& options = pState.Options;
+        return pState.ListThisLine || options.ListAllPasses ||
+               (pState.CurrentPass == 1 && options.ListMacLibs && pState.MaclibOpen);
+    }
 
   private:
+    void WriteLine(const Statement& statement, int macroDepth);
     void Report(Severity kind, std::string_view message, std::string_view detail, bool force,
                 const SourcePosition& where);
 

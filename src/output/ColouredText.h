@@ -33,11 +33,11 @@ class ColouredText {
 
     void Append(std::string_view text, Colour ink) {
         if (text.empty()) return;
-        if (pKeepsColours) Paint(pText.size(), text.size(), ink);
+        Paint(pText.size(), text.size(), ink);
         pText.append(text);
     }
-    // A whole line or record in one call, its pieces in order: no line is
-    // composed first and copied again.
+    // A whole line or record in one call, its pieces in order: the text
+    // grows once (see ColouredLine for lines composed in place).
     void Append(std::span<const Piece> pieces);
     void Append(std::initializer_list<Piece> pieces) {
         Append(std::span<const Piece>(pieces.begin(), pieces.size()));
@@ -47,18 +47,23 @@ class ColouredText {
     // only saves plain text does without the runs (a listing has several a
     // line).
     void KeepColours(bool keep) { pKeepsColours = keep; }
+    bool KeepsColours() const { return pKeepsColours; }
     // Room for `size` characters of text: a text that grows by doubling
     // copies itself, each time onto fresh memory.
     void Reserve(std::size_t size) { pText.reserve(size); }
 
-    const std::string& Text() const { return pText; }
-    const std::vector<Run>& Runs() const { return pRuns; }
-    bool Empty() const { return pText.empty(); }
-    std::size_t Size() const { return pText.size(); }
-
-  private:
-    // Colours `length` characters from `start`, where the last run ends.
+    // `length` more characters at the end, for the caller to fill in place
+    // (through ColouredLine), and their colours painted with Paint.
+    char* Grow(std::size_t length) {
+        const std::size_t start = pText.size();
+        pText.resize(start + length);
+        return pText.data() + start;
+    }
+    // Colours `length` characters from `start`, where the last run ends;
+    // adjacent pieces of one colour share a run. Nothing while the text
+    // keeps no colours.
     void Paint(std::size_t start, std::size_t length, Colour ink) {
+        if (length == 0 || !pKeepsColours) return;
         if (!pRuns.empty() && pRuns.back().Ink == ink)
             pRuns.back().Length += static_cast<std::uint32_t>(length);
         else
@@ -66,6 +71,12 @@ class ColouredText {
                 Run{static_cast<std::uint32_t>(start), static_cast<std::uint32_t>(length), ink});
     }
 
+    const std::string& Text() const { return pText; }
+    const std::vector<Run>& Runs() const { return pRuns; }
+    bool Empty() const { return pText.empty(); }
+    std::size_t Size() const { return pText.size(); }
+
+  private:
     std::string pText;
     std::vector<Run> pRuns;
     bool pKeepsColours = true;

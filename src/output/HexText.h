@@ -1,8 +1,11 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
+#include <bit>
+#include <cstddef>
 #include <cstdint>
-#include <iterator>
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -10,20 +13,54 @@ namespace trident {
 
 inline constexpr char HexDigits[] = "0123456789ABCDEF";
 
-// Upper-case hexadecimal with leading zeros, the form of every number in the
-// listing and the object texts: at least `digits` digits, more when the value
-// needs them. Written by hand because it runs for every emitted byte several
-// times over.
-template <std::output_iterator<char> Out> Out WriteHex(Out out, std::uint32_t value, int digits) {
-    int width = digits;
-    while (width < 8 && (value >> (4 * width)) != 0) ++width; // never cut a wider value
-    for (int shift = 4 * (width - 1); shift >= 0; shift -= 4)
-        *out++ = HexDigits[(value >> shift) & 0xF];
-    return out;
+// Upper-case hexadecimal with leading zeros is the form of every number in
+// the listing and the object texts. Written by hand because it runs for
+// every emitted byte several times over.
+
+// How many digits WriteHex writes: at least `digits`, more when the value
+// needs them (a wider value is never cut).
+constexpr int HexWidth(std::uint32_t value, int digits) {
+    return std::max(digits, (static_cast<int>(std::bit_width(value)) + 3) / 4);
+}
+
+// The two digits of every byte value, looked up rather than computed.
+inline constexpr auto HexPairs = [] {
+    std::array<std::array<char, 2>, 256> pairs{};
+    for (std::size_t byte = 0; byte < pairs.size(); ++byte)
+        pairs[byte] = {HexDigits[byte >> 4], HexDigits[byte & 0xF]};
+    return pairs;
+}();
+
+inline char* WriteHexByte(char* out, std::uint8_t byte) {
+    std::memcpy(out, HexPairs[byte].data(), 2);
+    return out + 2;
+}
+
+// Exactly `width` digits of the value into `out`, the lowest last.
+inline char* WriteHexDigits(char* out, std::uint32_t value, int width) {
+    char* const end = out + width;
+    char* at = end;
+    for (; at - out >= 2; value >>= 8) {
+        at -= 2;
+        WriteHexByte(at, static_cast<std::uint8_t>(value & 0xFF));
+    }
+    if (at != out) *--at = HexDigits[value & 0xF];
+    return end;
+}
+
+inline char* WriteHex(char* out, std::uint32_t value, int digits) {
+    return WriteHexDigits(out, value, HexWidth(value, digits));
 }
 
 inline void AppendHex(std::string& text, std::uint32_t value, int digits) {
-    WriteHex(std::back_inserter(text), value, digits);
+    char room[8];
+    text.append(room, WriteHex(room, value, digits));
+}
+
+// The two digits of a byte: the listing text of every emitted byte.
+inline void AppendHexByte(std::string& text, std::uint8_t byte) {
+    text.push_back(HexPairs[byte][0]);
+    text.push_back(HexPairs[byte][1]);
 }
 
 // The low `Width` digits of a value, held in place: a field of a record
