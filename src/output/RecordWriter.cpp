@@ -1,40 +1,27 @@
 #include "output/RecordWriter.h"
 
+#include "output/ColouredLine.h"
 #include "output/HexText.h"
 
+#include <bit>
+
 namespace trident {
+namespace {
 
-void RecordWriter::Restart(std::uint16_t address) {
-    pRestart = true;
-    pAddress = address;
-}
+constexpr Colour MarkInk{0, 128, 0};
+constexpr Colour CountInk{0, 160, 160};
+constexpr Colour AddressInk{0, 0, 0};
+constexpr Colour TypeInk{160, 0, 0};
+constexpr Colour ByteInk{0, 0, 160};
+constexpr Colour WordInk{0, 0, 255};
+constexpr Colour ChecksumInk{160, 0, 0};
+constexpr std::string_view LineEnd = "\r\n";
 
-void RecordWriter::WriteBits(std::uint32_t whole, int width) {
-    if (!pEnabled) return;
-    if (width == 16) {
-        WriteByte(static_cast<std::uint8_t>(whole & 0xFF), true);
-        WriteByte(static_cast<std::uint8_t>((whole >> 8) & 0xFF), true);
-    } else {
-        WriteByte(static_cast<std::uint8_t>(whole & 0xFF), false);
-    }
-}
+} // namespace
 
-void RecordWriter::WriteByte(std::uint8_t byte, bool fromWord) {
-    // A record that holds no byte yet is simply moved to the new address:
-    // only the end of the output closes a record empty.
-    if (pRestart || !pOpen) {
-        if (pOpen && pCount > 0) Close();
-        Open();
-    } else if (pAddress % RecordSize == 0 && pCount > 0) {
-        Close();
-        Open();
-    }
-    pRecord[pCount++] = {byte, fromWord};
-    ++pAddress;
-    if (pAddress % RecordSize == 0) {
-        Close();
-        Open();
-    }
+void RecordWriter::Reopen() {
+    if (pOpen && pCount > 0) Close();
+    Open();
 }
 
 void RecordWriter::Open() {
@@ -42,48 +29,51 @@ void RecordWriter::Open() {
     pRestart = false;
     pRecordAddress = pAddress;
     pCount = 0;
+    pWordBytes = 0;
 }
 
 void RecordWriter::Close() {
-    const int countField = CountField(pCount);
-    int sum = (pRecordAddress >> 8) + (pRecordAddress & 0xFF);
-    for (int i = 0; i < pCount; ++i) sum += pRecord[i].Byte;
-    const FixedHex<2> count(static_cast<std::uint32_t>(countField));
-    const FixedHex<4> address(pRecordAddress);
-    const FixedHex<2> checksum(static_cast<std::uint32_t>(Checksum(countField, sum)));
-
-    // The whole record goes in as one append: the data one piece per stretch
-    // of bytes of the same kind (from bytes or from words), each stretch one
-    // colour.
-    std::array<char, 2 * RecordSize> data;
-    std::array<ColouredText::Piece, RecordSize + 6> pieces;
-    std::size_t used = 0;
-    pieces[used++] = {Mark(), MarkInk};
-    pieces[used++] = {count, CountInk};
-    pieces[used++] = {address, AddressInk};
-    pieces[used++] = {TypeField(), TypeInk};
-    int stretchStart = 0;
-    for (int i = 0; i < pCount; ++i) {
-        data[2 * i] = HexDigits[pRecord[i].Byte >> 4];
-        data[2 * i + 1] = HexDigits[pRecord[i].Byte & 0xF];
-        if (i + 1 == pCount || pRecord[i + 1].FromWord != pRecord[i].FromWord) {
-            pieces[used++] = {{data.data() + 2 * stretchStart, 2u * (i + 1 - stretchStart)},
-                              pRecord[i].FromWord ? WordInk : ByteInk};
-            stretchStart = i + 1;
-        }
-    }
-    pieces[used++] = {checksum, ChecksumInk};
-    pieces[used++] = {"\r\n", AddressInk};
-    pText.Append(std::span(pieces.data(), used));
+    WriteRecord(pFormat.Mark, pRecordAddress, pBytes.data(), pCount, pWordBytes, true);
     pOpen = false;
     pCount = 0;
+    pWordBytes = 0;
+}
+
+void RecordWriter::WriteRecord(std::string_view mark, std::uint16_t address,
+                               const std::uint8_t* bytes, int count, std::uint16_t wordBytes,
+                               bool lineEnd) {
+    const int countField = count + pFormat.CountExtra;
+    int sum = countField + (address >> 8) + (address & 0xFF);
+    for (int i = 0; i < count; ++i) sum += bytes[i];
+    const auto checksum = static_cast<std::uint32_t>(pFormat.OnesComplement ? ~sum : -sum);
+
+    // The record is written in place, the data one piece per stretch of
+    // bytes of the same kind (from bytes or from words), each its colour.
+    ColouredLine line(pText, mark.size() + 2 + 4 + pFormat.Type.size() + 2 * count + 2 +
+                                 (lineEnd ? LineEnd.size() : 0));
+    line.Put(mark, MarkInk);
+    WriteHexDigits(line.Take(2, CountInk), static_cast<std::uint32_t>(countField), 2);
+    WriteHexDigits(line.Take(4, AddressInk), address, 4);
+    line.Put(pFormat.Type, TypeInk);
+    const auto all = static_cast<std::uint16_t>((1u << count) - 1);
+    for (int first = 0; first < count;) {
+        const bool fromWord = (wordBytes >> first & 1) != 0;
+        // The stretch ends at the first later byte of the other kind.
+        const unsigned otherKind = (fromWord ? ~wordBytes : wordBytes) & all & (~0u << first);
+        const int end = otherKind == 0 ? count : std::countr_zero(otherKind);
+        char* out =
+            line.Take(2 * static_cast<std::size_t>(end - first), fromWord ? WordInk : ByteInk);
+        for (; first < end; ++first) out = WriteHexByte(out, bytes[first]);
+    }
+    WriteHexDigits(line.Take(2, ChecksumInk), checksum & 0xFF, 2);
+    if (lineEnd) line.Put(LineEnd, AddressInk);
 }
 
 void RecordWriter::Finish(std::uint16_t startAddress) {
     if (!pEnabled) return;
     if (!pOpen) Open();
     Close();
-    WriteEndRecord(startAddress);
+    WriteRecord(pFormat.EndMark, startAddress, nullptr, 0, 0, false);
 }
 
 void RecordWriter::Clear() {
@@ -92,6 +82,7 @@ void RecordWriter::Clear() {
     pOpen = false;
     pAddress = 0;
     pCount = 0;
+    pWordBytes = 0;
 }
 
 } // namespace trident

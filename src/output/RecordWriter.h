@@ -1,7 +1,7 @@
 #pragma once
 
 #include "output/ColouredText.h"
-#include "symbols/Value.h"
+#include "output/RecordFormat.h"
 
 #include <array>
 #include <cstdint>
@@ -9,23 +9,35 @@
 
 namespace trident {
 
-// The common shape of the Intel HEX and Motorola S-record texts: records of
-// at most 16 data bytes that never cross a 16-byte address boundary, fed one
-// emitted value at a time. A record is written out when it closes, with its
-// count and checksum; the record open at the end is closed even when empty.
+// The common shape of the Intel HEX and Motorola S-record texts (the format
+// tells them apart): records of at most 16 data bytes that never cross a
+// 16-byte address boundary, fed one emitted value at a time. A record keeps
+// its bytes while open and is formatted once, with its count and checksum,
+// when it closes; the record open at the end is closed even when empty.
 class RecordWriter {
   public:
-    virtual ~RecordWriter() = default;
+    explicit RecordWriter(const RecordFormat& format) : pFormat(format) {}
 
     // Only the final pass writes; earlier passes leave the text alone.
     void SetEnabled(bool enabled) { pEnabled = enabled; }
     // The emission address jumped (start of the run, org, reserved space):
     // the next byte begins a new record at `address`.
-    void Restart(std::uint16_t address);
+    void Restart(std::uint16_t address) {
+        pRestart = true;
+        pAddress = address;
+    }
     // A value from the emitter, reduced to its whole bits (WholeBits): one
     // byte for width 8, two (low byte first) for width 16, whatever byte
-    // order the listing shows.
-    void WriteBits(std::uint32_t whole, int width);
+    // order the listing shows. Runs for every emitted value.
+    void WriteBits(std::uint32_t whole, int width) {
+        if (!pEnabled) return;
+        if (width == 16) {
+            WriteByte(static_cast<std::uint8_t>(whole & 0xFF), true);
+            WriteByte(static_cast<std::uint8_t>((whole >> 8) & 0xFF), true);
+        } else {
+            WriteByte(static_cast<std::uint8_t>(whole & 0xFF), false);
+        }
+    }
     // Closes the open record and writes the end record with the program's
     // start address. No line break follows the end record.
     void Finish(std::uint16_t startAddress);
@@ -34,48 +46,41 @@ class RecordWriter {
     void KeepColours(bool keep) { pText.KeepColours(keep); }
     void Clear();
 
-  protected:
-    static constexpr Colour MarkInk{0, 128, 0};
-    static constexpr Colour CountInk{0, 160, 160};
-    static constexpr Colour AddressInk{0, 0, 0};
-    static constexpr Colour TypeInk{160, 0, 0};
-    static constexpr Colour ByteInk{0, 0, 160};
-    static constexpr Colour WordInk{0, 0, 255};
-    static constexpr Colour ChecksumInk{160, 0, 0};
-
-    // The record's leading mark ("S1", ":").
-    virtual std::string_view Mark() const = 0;
-    // The count field of a record holding `count` data bytes.
-    virtual int CountField(int count) const = 0;
-    // Text written between the address and the data ("00" for a type field).
-    virtual std::string_view TypeField() const { return {}; }
-    // The checksum of a record whose count field and address plus data sum
-    // are given.
-    virtual int Checksum(int countField, int sum) const = 0;
-    virtual void WriteEndRecord(std::uint16_t startAddress) = 0;
-
-    ColouredText& Ink() { return pText; }
-
   private:
     static constexpr int RecordSize = 16;
 
-    struct PendingByte {
-        std::uint8_t Byte;
-        bool FromWord;
-    };
-
-    void WriteByte(std::uint8_t byte, bool fromWord);
+    void WriteByte(std::uint8_t byte, bool fromWord) {
+        // A record that holds no byte yet is simply moved to the new address:
+        // only the end of the output closes a record empty.
+        if (pRestart || !pOpen) Reopen();
+        pBytes[static_cast<std::size_t>(pCount)] = byte;
+        if (fromWord) pWordBytes |= static_cast<std::uint16_t>(1u << pCount);
+        ++pCount;
+        ++pAddress;
+        if (pAddress % RecordSize == 0) {
+            Close();
+            Open();
+        }
+    }
+    void Reopen();
     void Open();
     void Close();
+    // One record of `count` bytes from `bytes` (bit i of `wordBytes` marks
+    // byte i as part of a word), with or without the line end.
+    void WriteRecord(std::string_view mark, std::uint16_t address, const std::uint8_t* bytes,
+                     int count, std::uint16_t wordBytes, bool lineEnd);
 
+    RecordFormat pFormat;
     ColouredText pText;
     bool pEnabled = false;
     bool pRestart = true;
     bool pOpen = false;
     std::uint16_t pAddress = 0;
     std::uint16_t pRecordAddress = 0;
-    // The open record's bytes, pCount of them.
-    std::array<PendingByte, RecordSize> pRecord{};
+    // The open record's bytes, pCount of them; bit i of pWordBytes is set
+    // when byte i came from a word.
+    std::array<std::uint8_t, RecordSize> pBytes{};
+    std::uint16_t pWordBytes = 0;
     int pCount = 0;
 };
 

@@ -8,11 +8,13 @@ namespace trident {
 // bytes and the checksum, a ones' complement checksum, no header record and
 // an "S9" termination record carrying the start address.
 class SrecWriter : public RecordWriter {
-  protected:
-    std::string_view Mark() const override { return "S1"; }
-    int CountField(int count) const override { return count + 3; }
-    int Checksum(int countField, int sum) const override { return ~(countField + sum) & 0xFF; }
-    void WriteEndRecord(std::uint16_t startAddress) override;
+  public:
+    SrecWriter()
+        : RecordWriter({.Mark = "S1",
+                        .EndMark = "S9",
+                        .CountExtra = 3,
+                        .Type = {},
+                        .OnesComplement = true}) {}
 };
 
 } // namespace trident

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string_view>
+
+namespace trident {
+
+// What tells the record formats apart: the marks, what the count field
+// counts, the type field and the checksum. Every record, the end record
+// included, reads mark, count, address, type, data and checksum.
+struct RecordFormat {
+    // The leading mark of a data record and of the end record.
+    std::string_view Mark;
+    std::string_view EndMark;
+    // Added to the number of data bytes in the count field (the address and
+    // checksum bytes, where the format counts them).
+    int CountExtra = 0;
+    // Written between the address and the data.
+    std::string_view Type;
+    // The checksum is the ones' complement of the low byte of the sum of the
+    // count, address and data bytes, or else its two's complement.
+    bool OnesComplement = false;
+};
+
+} // namespace trident
