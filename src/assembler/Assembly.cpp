@@ -67,6 +67,10 @@ bool Assembly::ResetForAssembly() {
         [this](std::string_view message, std::string_view detail) { ListError(message, detail); });
     pSymbols->SetReferenceSink([this](int slot) { RecordReference(slot); });
     pOrigins.clear();
+    pReferences.clear();
+    pSortedReferences.clear();
+    pPlaceFile = nullptr;
+    pPlaceFiles.clear();
     pMacros = std::make_unique<clsMacroTable>();
     pOutputs.Clear();
     pFailureMessage.clear();

@@ -9,6 +9,7 @@
 #include "assembler/RunState.h"
 #include "assembler/Signedness.h"
 #include "assembler/SourceFile.h"
+#include "assembler/SourcePlace.h"
 #include "assembler/SourceStatement.h"
 #include "assembler/Statement.h"
 #include "assembler/StatementHandler.h"
@@ -24,6 +25,7 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <set>
 #include <span>
 #include <string>
 #include <string_view>
@@ -164,6 +166,12 @@ class Assembly {
     void FinishOutputs();
     void RecordReference(int slot);
     void RecordDefinition(std::string_view kind);
+    // The statement's place for the cross-reference.
+    SourcePlace StatementPlace();
+    struct SymbolOrigin;
+    SymbolOrigin& OriginOf(int slot);
+    // Fills pSortedReferences and every origin's share of it.
+    void GroupReferences();
 
     FrontEnd pSilentFrontEnd;
     FrontEnd& pFrontEnd;
@@ -179,10 +187,27 @@ class Assembly {
     // statements referred to it.
     struct SymbolOrigin {
         std::string Kind;
-        SourcePosition DefinedAt;
-        std::vector<SourcePosition> References;
+        SourcePlace DefinedAt;
+        // The latest reference: a statement is mentioned once.
+        SourcePlace LastReference;
+        // The symbol's references in pSortedReferences.
+        std::uint32_t FirstReference = 0;
+        std::uint32_t ReferenceCount = 0;
     };
     std::vector<SymbolOrigin> pOrigins;
+    // Every reference of the final pass in the order met, and the same
+    // grouped by symbol (made when the report asks for them).
+    struct Reference {
+        SourcePlace Place;
+        int Slot = 0;
+    };
+    std::vector<Reference> pReferences;
+    std::vector<SourcePlace> pSortedReferences;
+    // The file names of those places, each kept once; the latest one found
+    // and the statement names it was found for (pStatementNamesVersion).
+    std::set<std::string, std::less<>> pPlaceFiles;
+    const std::string* pPlaceFile = nullptr;
+    std::uint64_t pPlaceFileVersion = 0;
     std::vector<std::unique_ptr<StatementHandler>> pHandlers;
     DispatchIndex pDispatchIndex{pHandlers};
 

@@ -82,18 +82,34 @@ void AppendValue(std::string& text, const Value& value) {
 void AppendNumber(std::string& text, int number) {
     char digits[16];
     const auto end = std::to_chars(std::begin(digits), std::end(digits), number).ptr;
-    text.append(std::begin(digits), end);
+    text.append(std::begin(digits), static_cast<std::size_t>(end - std::begin(digits)));
 }
 
-// A line number, with its file unless that is the main file.
-void AppendPosition(std::string& text, const SourcePosition& where, std::string_view mainFile) {
-    if (where.File.empty()) {
-        text += '-';
-        return;
+// Places as the cross-reference writes them: a line number, with its file
+// unless that is the main file. Nearly every place names the same file as
+// the one before, so whether it is the main file is found once for it.
+class PlaceText {
+  public:
+    explicit PlaceText(std::string_view mainFile) : pMainFile(mainFile) {}
+
+    void Append(std::string& text, const SourcePlace& place) {
+        if (!place.InSource()) {
+            text += '-';
+            return;
+        }
+        if (place.File != pFile) {
+            pFile = place.File;
+            pInMainFile = *place.File == pMainFile;
+        }
+        if (!pInMainFile) text.append(*place.File) += ':';
+        AppendNumber(text, place.Line);
     }
-    if (where.File != mainFile) text.append(where.File) += ':';
-    AppendNumber(text, where.Line);
-}
+
+  private:
+    std::string_view pMainFile;
+    const std::string* pFile = nullptr;
+    bool pInMainFile = false;
+};
 
 // Spaces up to `width` characters since `from`, and the column gap.
 void PadColumn(std::string& text, std::size_t from, std::size_t width) {
@@ -103,8 +119,7 @@ void PadColumn(std::string& text, std::size_t from, std::size_t width) {
 }
 
 // One row composed in `line` (reused from row to row) and appended in one go.
-void AppendSymbol(ColouredText& out, std::string& line, const SymbolRow& row,
-                  std::string_view mainFile) {
+void AppendSymbol(ColouredText& out, std::string& line, const SymbolRow& row, PlaceText& places) {
     line.assign(row.References.empty() ? "* " : "  ");
     line.append(row.Name);
     PadColumn(line, 2, NameColumn);
@@ -115,12 +130,12 @@ void AppendSymbol(ColouredText& out, std::string& line, const SymbolRow& row,
     line.append(row.Kind);
     PadColumn(line, kindStart, 10);
     const std::size_t definedStart = line.size();
-    AppendPosition(line, row.DefinedAt, mainFile);
+    places.Append(line, row.DefinedAt);
     PadColumn(line, definedStart, 8);
     const std::size_t referencesStart = line.size();
-    for (const SourcePosition& where : row.References) {
+    for (const SourcePlace& where : row.References) {
         if (line.size() != referencesStart) line += ' ';
-        AppendPosition(line, where, mainFile);
+        places.Append(line, where);
     }
     line.append(LineEnd);
     const std::string_view text = line;
@@ -139,9 +154,10 @@ void AppendSymbols(ColouredText& out, const std::vector<SymbolRow>& symbols,
                ListingColours::Directive);
     bool anyUnused = false;
     std::string line;
+    PlaceText places(mainFile);
     for (const SymbolRow& row : symbols) {
         anyUnused = anyUnused || row.References.empty();
-        AppendSymbol(out, line, row, mainFile);
+        AppendSymbol(out, line, row, places);
     }
     if (anyUnused)
         out.Append("  * never referenced" + std::string(LineEnd), ListingColours::Comment);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "assembler/SourcePosition.h"
+#include "assembler/SourcePlace.h"
 #include "output/ColouredText.h"
 #include "symbols/Value.h"
 
@@ -29,14 +29,14 @@ struct Statistics {
     std::int32_t HighestAddress = 0;
 };
 
-// A row views the run's records of the symbol (its kind and references):
-// it is valid while they are, until the next assembly.
+// A row views the run's records of the symbol (its kind and places): it is
+// valid while they are, until the next assembly.
 struct SymbolRow {
     std::string Name;
     Value Val;
     std::string_view Kind;
-    SourcePosition DefinedAt; // empty File for symbols the source did not define
-    std::span<const SourcePosition> References;
+    SourcePlace DefinedAt; // not in the source for symbols the source did not define
+    std::span<const SourcePlace> References;
 };
 
 struct MacroRow {

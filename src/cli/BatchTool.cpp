@@ -57,7 +57,7 @@ std::string SymbolFile(Assembly& run) {
     std::string text;
     for (const ListingReports::SymbolRow& row : run.SymbolReport()) {
         const std::optional<double> number = AsNumber(row.Val);
-        if (row.DefinedAt.File.empty() || !number) continue;
+        if (!row.DefinedAt.InSource() || !number) continue;
         // The low 16 bits of the whole part, exact however large the value.
         double low = std::isfinite(*number) ? std::fmod(std::trunc(*number), 65536.0) : 0.0;
         if (low < 0) low += 65536.0;

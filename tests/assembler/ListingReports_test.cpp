@@ -13,11 +13,13 @@ TEST(ListingReports, StatisticsSymbolsAndMacrosReadAsAligned) {
     statistics.Warnings = 1;
     statistics.LowestAddress = 0x100;
     statistics.HighestAddress = 0x1A3;
-    const SourcePosition bdosReferences[] = {{"main.asm", 15, {}}, {"lib.inc", 3, {}}};
-    const SourcePosition piReference[] = {{"main.asm", 2, {}}};
+    const std::string main = "main.asm";
+    const std::string library = "lib.inc";
+    const SourcePlace bdosReferences[] = {{&main, 15}, {&library, 3}};
+    const SourcePlace piReference[] = {{&main, 2}};
     const std::vector<ListingReports::SymbolRow> symbols = {
-        {"bdos", Value{std::int32_t{5}}, "equ", {"main.asm", 6, {}}, bdosReferences},
-        {"unused", Value{std::int32_t{0x1234}}, "label", {"main.asm", 9, {}}, {}},
+        {"bdos", Value{std::int32_t{5}}, "equ", {&main, 6}, bdosReferences},
+        {"unused", Value{std::int32_t{0x1234}}, "label", {&main, 9}, {}},
         {"PI", Value{3.14159}, "constant", {}, piReference}};
     ColouredText out;
     ListingReports::Append(out, statistics, symbols, {{"twice", "\tnop\t\r\n\tnop\t\r\n"}},
