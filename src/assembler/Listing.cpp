@@ -49,7 +49,7 @@ class AddressColumn {
     }
     // Writes the column's Width() characters.
     void Write(char* out) const {
-        out = WriteHex(out, pAddress, pAddressDigits);
+        out = WriteHexDigits(out, pAddress, pAddressDigits);
         if (pDepth > 0) {
             *out++ = ' ';
             *out++ = '+';

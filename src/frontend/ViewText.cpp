@@ -47,7 +47,7 @@ void Show(QPlainTextEdit& view, const ColouredText& text) {
     QTextCursor cursor(document);
     cursor.beginEditBlock();
     QHash<quint32, QTextCharFormat> formats;
-    const std::string& all = text.Text();
+    const std::string_view all = text.Text();
     for (const ColouredText::Run& run : text.Runs()) {
         auto format = formats.find(Packed(run.Ink));
         if (format == formats.end()) {

@@ -863,7 +863,7 @@ void frmAssembler::Save() {
     WriteSaved(target, pRtfFormat->isChecked() ? ToRtf(text) : text.Text());
 }
 
-bool frmAssembler::WriteSaved(const QString& target, const std::string& contents) {
+bool frmAssembler::WriteSaved(const QString& target, std::string_view contents) {
     const std::string problem = WriteFileAtomically(NativePath(target), contents);
     if (problem.empty()) {
         statusBar()->showMessage(tr("Saved %1").arg(QDir::toNativeSeparators(target)));

@@ -110,7 +110,7 @@ class frmAssembler : public QMainWindow, private FrontEnd {
     QString ProposedSaveName() const;
     // Writes `contents` to `target` without ever losing an existing file;
     // a failure is reported in a message box.
-    bool WriteSaved(const QString& target, const std::string& contents);
+    bool WriteSaved(const QString& target, std::string_view contents);
 
     std::unique_ptr<Assembly> pAssembly;
     bool pRunning = false;

@@ -2,9 +2,12 @@
 
 #include "output/Colour.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <initializer_list>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
@@ -33,8 +36,8 @@ class ColouredText {
 
     void Append(std::string_view text, Colour ink) {
         if (text.empty()) return;
-        Paint(pText.size(), text.size(), ink);
-        pText.append(text);
+        Paint(pUsed, text.size(), ink);
+        std::memcpy(Grow(text.size()), text.data(), text.size());
     }
     // A whole line or record in one call, its pieces in order: the text
     // grows once (see ColouredLine for lines composed in place).
@@ -50,14 +53,16 @@ class ColouredText {
     bool KeepsColours() const { return pKeepsColours; }
     // Room for `size` characters of text: a text that grows by doubling
     // copies itself, each time onto fresh memory.
-    void Reserve(std::size_t size) { pText.reserve(size); }
+    void Reserve(std::size_t size);
 
     // `length` more characters at the end, for the caller to fill in place
     // (through ColouredLine), and their colours painted with Paint.
     char* Grow(std::size_t length) {
-        const std::size_t start = pText.size();
-        pText.resize(start + length);
-        return pText.data() + start;
+        if (length > pCapacity - pUsed)
+            Reserve(std::max({2 * pCapacity, pUsed + length, MinimumRoom}));
+        char* const at = pStore.get() + pUsed;
+        pUsed += length;
+        return at;
     }
     // Colours `length` characters from `start`, where the last run ends;
     // adjacent pieces of one colour share a run. Nothing while the text
@@ -71,13 +76,20 @@ class ColouredText {
                 Run{static_cast<std::uint32_t>(start), static_cast<std::uint32_t>(length), ink});
     }
 
-    const std::string& Text() const { return pText; }
+    std::string_view Text() const { return {pStore.get(), pUsed}; }
     const std::vector<Run>& Runs() const { return pRuns; }
-    bool Empty() const { return pText.empty(); }
-    std::size_t Size() const { return pText.size(); }
+    bool Empty() const { return pUsed == 0; }
+    std::size_t Size() const { return pUsed; }
 
   private:
-    std::string pText;
+    static constexpr std::size_t MinimumRoom = 256;
+
+    // The text is the first pUsed of the pCapacity characters of pStore.
+    // Room is made without clearing it, since every character of a line
+    // written in place is stored once, by the line.
+    std::unique_ptr<char[]> pStore;
+    std::size_t pCapacity = 0;
+    std::size_t pUsed = 0;
     std::vector<Run> pRuns;
     bool pKeepsColours = true;
 };

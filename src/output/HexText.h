@@ -38,6 +38,10 @@ inline char* WriteHexByte(char* out, std::uint8_t byte) {
 
 // Exactly `width` digits of the value into `out`, the lowest last.
 inline char* WriteHexDigits(char* out, std::uint32_t value, int width) {
+    if (width == 4) { // an address or a word: most numbers written
+        WriteHexByte(out, static_cast<std::uint8_t>(value >> 8 & 0xFF));
+        return WriteHexByte(out + 2, static_cast<std::uint8_t>(value & 0xFF));
+    }
     char* const end = out + width;
     char* at = end;
     for (; at - out >= 2; value >>= 8) {
@@ -54,7 +58,7 @@ inline char* WriteHex(char* out, std::uint32_t value, int digits) {
 
 inline void AppendHex(std::string& text, std::uint32_t value, int digits) {
     char room[8];
-    text.append(room, WriteHex(room, value, digits));
+    text.append(room, static_cast<std::size_t>(WriteHex(room, value, digits) - room));
 }
 
 // The two digits of a byte: the listing text of every emitted byte.

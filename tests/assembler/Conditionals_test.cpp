@@ -138,10 +138,11 @@ TEST(Conditionals, IfdefBeforeDefinitionIsFalseOnlyInPassOne) {
     EXPECT_EQ(run.Passes(), (std::vector<int>{1, 2, 0}));
     // Every pass is listed, each followed by its reports.
     Texts ifdefLines;
-    const std::string& text = run.Run().GetListing().Text().Text();
+    const std::string_view text = run.Run().GetListing().Text().Text();
     for (std::size_t start = 0, end; (end = text.find("\r\n", start)) != std::string::npos;
          start = end + 2)
-        if (text.find("ifdef", start) < end) ifdefLines.push_back(text.substr(start, end - start));
+        if (text.find("ifdef", start) < end)
+            ifdefLines.emplace_back(text.substr(start, end - start));
     EXPECT_EQ(ifdefLines,
               (Texts{"0000\t0000  \t\tifdef\tlater\t\t", "0000\tFFFF  \t\tifdef\tlater\t\t",
                      "0000\tFFFF  \t\tifdef\tlater\t\t"}));

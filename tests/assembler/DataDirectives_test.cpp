@@ -56,7 +56,7 @@ TEST(DataListing, ForwardReferenceEmitsZeroUntilTheFinalPass) {
     run.Options().ListAllPasses = true;
     run.Assemble(" db later\nlater:\n");
     // Every pass is listed, each followed by its reports.
-    const std::string& all = run.Run().GetListing().Text().Text();
+    const std::string_view all = run.Run().GetListing().Text().Text();
     const std::size_t pass1 = all.find("0000\t00\t\tdb\tlater");
     const std::size_t last = all.rfind("0000\t01\t\tdb\tlater");
     ASSERT_NE(pass1, std::string::npos);

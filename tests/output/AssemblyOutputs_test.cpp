@@ -58,7 +58,7 @@ TEST(AssemblyOutputs, ReportsFollowTheFinalPassWithTheCrossReference) {
     testing::EncoderRun run;
     ASSERT_EQ(run.Assemble("five equ 5\nstart: mvi a,five\n jmp start\nidle: nop\n"),
               Assembly::Outcome::Completed);
-    const std::string& listing = run.Run().GetListing().Text().Text();
+    const std::string_view listing = run.Run().GetListing().Text().Text();
     const std::size_t statistics = listing.find("\r\nStatistics\r\n");
     ASSERT_NE(statistics, std::string::npos);
     EXPECT_EQ(listing.find("Statistics", statistics + 4), std::string::npos)

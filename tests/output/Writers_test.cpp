@@ -27,7 +27,7 @@ template <typename Writer> std::string Records(const std::string& steps, std::ui
     Writer writer;
     writer.SetEnabled(true);
     Fed(writer, steps).Finish(start);
-    return writer.Text().Text();
+    return std::string(writer.Text().Text());
 }
 
 std::string Loaded(LoaderStyle style, const std::string& steps) {
@@ -35,7 +35,7 @@ std::string Loaded(LoaderStyle style, const std::string& steps) {
     loader.SetEnabled(true);
     loader.SetStyle(style);
     Fed(loader, steps).Finish();
-    return loader.Text().Text();
+    return std::string(loader.Text().Text());
 }
 
 TEST(IntelHex, RecordsAndTheEndRecord) {

@@ -1,13 +1,13 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace trident::testing {
 
 // The statement lines of a listing, without the reports appended after them.
-inline std::string StatementLines(const std::string& listing) {
-    const std::size_t reports = listing.find("\r\nStatistics\r\n");
-    return reports == std::string::npos ? listing : listing.substr(0, reports);
+inline std::string StatementLines(std::string_view listing) {
+    return std::string(listing.substr(0, listing.find("\r\nStatistics\r\n")));
 }
 
 } // namespace trident::testing
