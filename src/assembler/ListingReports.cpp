@@ -1,12 +1,14 @@
 #include "assembler/ListingReports.h"
 
 #include "assembler/ListingColours.h"
+#include "output/ColouredLine.h"
 #include "output/HexText.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
+#include <cstring>
 #include <string_view>
 
 namespace trident::ListingReports {
@@ -59,30 +61,68 @@ void AppendStatistics(ColouredText& out, const Statistics& s) {
     Row(out, "Size in bytes", std::to_string(size) + " (" + Hex(size, 4) + "h)");
 }
 
+// A symbol row composed in a scratch buffer kept from row to row: the
+// buffer is made as long as the row can be, and the pieces are stored into
+// it directly.
+class RowText {
+  public:
+    // Starts a row of at most `length` characters.
+    void Start(std::size_t length) {
+        if (pRoom.size() < length) pRoom.resize(length);
+        pOut = pRoom.data();
+    }
+    void Put(std::string_view text) { pOut = CopyText(pOut, text); }
+    void Put(char c) { *pOut++ = c; }
+    void PutNumber(int number) { pOut = std::to_chars(pOut, pOut + MaxNumber, number).ptr; }
+    void PutHex(std::uint32_t value, int digits) { pOut = WriteHex(pOut, value, digits); }
+    // A number in the shortest of the usual notations, %.15g.
+    void PutReal(double number) {
+        const int length = std::snprintf(pOut, MaxReal + 1, "%.15g", number);
+        pOut += std::clamp(length, 0, static_cast<int>(MaxReal));
+    }
+    // Spaces up to `width` characters since `from`, and the column gap.
+    void PadColumn(std::size_t from, std::size_t width) {
+        const std::size_t used = Size() - from;
+        if (used < width) {
+            std::memset(pOut, ' ', width - used);
+            pOut += width - used;
+        }
+        Put(' ');
+    }
+    std::size_t Size() const { return static_cast<std::size_t>(pOut - pRoom.data()); }
+    std::string_view Text() const { return {pRoom.data(), Size()}; }
+
+    static constexpr std::size_t MaxNumber = 11; // a sign and ten digits
+    static constexpr std::size_t MaxReal = 24;   // %.15g of any double
+
+  private:
+    std::string pRoom;
+    char* pOut = nullptr;
+};
+
 // The symbol's value column: hexadecimal for whole numbers that fit 32 bits.
-void AppendValue(std::string& text, const Value& value) {
+void PutValue(RowText& text, const Value& value) {
     if (IsEmpty(value)) {
-        text += "----";
+        text.Put("----");
         return;
     }
     if (const auto* quoted = std::get_if<std::string>(&value)) {
-        text.append(1, '"').append(*quoted) += '"';
+        text.Put('"');
+        text.Put(*quoted);
+        text.Put('"');
         return;
     }
     const double number = *AsNumber(value);
     if (number != std::trunc(number) || std::fabs(number) > 4294967295.0) {
-        char digits[32];
-        const int length = std::snprintf(digits, sizeof digits, "%.15g", number);
-        text.append(digits, static_cast<std::size_t>(length));
+        text.PutReal(number);
         return;
     }
-    AppendHex(text, static_cast<std::uint32_t>(static_cast<std::int64_t>(number)), 4);
+    text.PutHex(static_cast<std::uint32_t>(static_cast<std::int64_t>(number)), 4);
 }
 
-void AppendNumber(std::string& text, int number) {
-    char digits[16];
-    const auto end = std::to_chars(std::begin(digits), std::end(digits), number).ptr;
-    text.append(std::begin(digits), static_cast<std::size_t>(end - std::begin(digits)));
+std::size_t MaxValueLength(const Value& value) {
+    const auto* quoted = std::get_if<std::string>(&value);
+    return quoted ? quoted->size() + 2 : RowText::MaxReal;
 }
 
 // Places as the cross-reference writes them: a line number, with its file
@@ -92,17 +132,23 @@ class PlaceText {
   public:
     explicit PlaceText(std::string_view mainFile) : pMainFile(mainFile) {}
 
-    void Append(std::string& text, const SourcePlace& place) {
+    static std::size_t MaxLength(const SourcePlace& place) {
+        return (place.InSource() ? place.File->size() + 1 : 0) + RowText::MaxNumber;
+    }
+    void Put(RowText& text, const SourcePlace& place) {
         if (!place.InSource()) {
-            text += '-';
+            text.Put('-');
             return;
         }
         if (place.File != pFile) {
             pFile = place.File;
             pInMainFile = *place.File == pMainFile;
         }
-        if (!pInMainFile) text.append(*place.File) += ':';
-        AppendNumber(text, place.Line);
+        if (!pInMainFile) {
+            text.Put(*place.File);
+            text.Put(':');
+        }
+        text.PutNumber(place.Line);
     }
 
   private:
@@ -111,34 +157,39 @@ class PlaceText {
     bool pInMainFile = false;
 };
 
-// Spaces up to `width` characters since `from`, and the column gap.
-void PadColumn(std::string& text, std::size_t from, std::size_t width) {
-    const std::size_t used = text.size() - from;
-    if (used < width) text.append(width - used, ' ');
-    text += ' ';
+// The longest the row can be: every column at its widest.
+std::size_t MaxRowLength(const SymbolRow& row) {
+    std::size_t length = 2 + std::max(row.Name.size(), NameColumn) + 1 +
+                         std::max(MaxValueLength(row.Val), std::size_t{8}) + 1 +
+                         std::max(row.Kind.size(), std::size_t{10}) + 1 +
+                         std::max(PlaceText::MaxLength(row.DefinedAt), std::size_t{8}) + 1 +
+                         LineEnd.size();
+    for (const SourcePlace& where : row.References) length += PlaceText::MaxLength(where) + 1;
+    return length;
 }
 
-// One row composed in `line` (reused from row to row) and appended in one go.
-void AppendSymbol(ColouredText& out, std::string& line, const SymbolRow& row, PlaceText& places) {
-    line.assign(row.References.empty() ? "* " : "  ");
-    line.append(row.Name);
-    PadColumn(line, 2, NameColumn);
-    const std::size_t valueStart = line.size();
-    AppendValue(line, row.Val);
-    PadColumn(line, valueStart, 8);
-    const std::size_t kindStart = line.size();
-    line.append(row.Kind);
-    PadColumn(line, kindStart, 10);
-    const std::size_t definedStart = line.size();
-    places.Append(line, row.DefinedAt);
-    PadColumn(line, definedStart, 8);
-    const std::size_t referencesStart = line.size();
+// One row composed in `line` and appended in one go.
+void AppendSymbol(ColouredText& out, RowText& line, const SymbolRow& row, PlaceText& places) {
+    line.Start(MaxRowLength(row));
+    line.Put(row.References.empty() ? "* " : "  ");
+    line.Put(row.Name);
+    line.PadColumn(2, NameColumn);
+    const std::size_t valueStart = line.Size();
+    PutValue(line, row.Val);
+    line.PadColumn(valueStart, 8);
+    const std::size_t kindStart = line.Size();
+    line.Put(row.Kind);
+    line.PadColumn(kindStart, 10);
+    const std::size_t definedStart = line.Size();
+    places.Put(line, row.DefinedAt);
+    line.PadColumn(definedStart, 8);
+    const std::size_t referencesStart = line.Size();
     for (const SourcePlace& where : row.References) {
-        if (line.size() != referencesStart) line += ' ';
-        places.Append(line, where);
+        if (line.Size() != referencesStart) line.Put(' ');
+        places.Put(line, where);
     }
-    line.append(LineEnd);
-    const std::string_view text = line;
+    line.Put(LineEnd);
+    const std::string_view text = line.Text();
     out.Append({{text.substr(0, valueStart), ListingColours::Plain},
                 {text.substr(valueStart, kindStart - valueStart), ListingColours::Bytes},
                 {text.substr(kindStart, referencesStart - kindStart), ListingColours::Equates},
@@ -153,7 +204,7 @@ void AppendSymbols(ColouredText& out, const std::vector<SymbolRow>& symbols,
                    PadRight("Defined", 8) + "Referenced on lines" + std::string(LineEnd),
                ListingColours::Directive);
     bool anyUnused = false;
-    std::string line;
+    RowText line;
     PlaceText places(mainFile);
     for (const SymbolRow& row : symbols) {
         anyUnused = anyUnused || row.References.empty();

@@ -9,6 +9,31 @@
 
 namespace trident {
 
+// Stores `text` at `out` and returns the end. The fields of listing lines
+// and reports are mostly a few characters long: they are moved in at most
+// two overlapping word stores rather than through a library call each; only
+// longer ones (comments) go through memcpy.
+inline char* CopyText(char* out, std::string_view text) {
+    const char* const from = text.data();
+    const std::size_t length = text.size();
+    if (length >= 8) {
+        if (length > 16) {
+            std::memcpy(out, from, length);
+        } else {
+            std::memcpy(out, from, 8);
+            std::memcpy(out + length - 8, from + length - 8, 8);
+        }
+    } else if (length >= 4) {
+        std::memcpy(out, from, 4);
+        std::memcpy(out + length - 4, from + length - 4, 4);
+    } else if (length > 0) {
+        out[0] = from[0];
+        out[length / 2] = from[length / 2];
+        out[length - 1] = from[length - 1];
+    }
+    return out + length;
+}
+
 // One line or record written straight into a ColouredText: the text grows
 // once by the line's length, known beforehand, and every piece is stored in
 // place and painted only when the text keeps colours. The listing writes
@@ -25,7 +50,7 @@ class ColouredLine {
 
     void Put(std::string_view piece, Colour ink) {
         Paint(piece.size(), ink);
-        pOut = Copy(pOut, piece.data(), piece.size());
+        pOut = CopyText(pOut, piece);
     }
     void Put(char c, Colour ink) {
         Paint(1, ink);
@@ -43,28 +68,6 @@ class ColouredLine {
   private:
     void Paint(std::size_t length, Colour ink) {
         if (pPaints) pText.Paint(pStart + static_cast<std::size_t>(pOut - pBegin), length, ink);
-    }
-
-    // The fields of a line are mostly a few characters long: they are moved
-    // in at most two overlapping word stores rather than through a library
-    // call each; only longer ones (comments) go through memcpy.
-    static char* Copy(char* out, const char* from, std::size_t length) {
-        if (length >= 8) {
-            if (length > 16) {
-                std::memcpy(out, from, length);
-            } else {
-                std::memcpy(out, from, 8);
-                std::memcpy(out + length - 8, from + length - 8, 8);
-            }
-        } else if (length >= 4) {
-            std::memcpy(out, from, 4);
-            std::memcpy(out + length - 4, from + length - 4, 4);
-        } else if (length > 0) {
-            out[0] = from[0];
-            out[length / 2] = from[length / 2];
-            out[length - 1] = from[length - 1];
-        }
-        return out + length;
     }
 
     ColouredText& pText;
