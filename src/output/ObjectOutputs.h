@@ -1,9 +1,8 @@
 #pragma once
 
-#include "output/IntelHexWriter.h"
 #include "output/LoaderWriter.h"
 #include "output/ObjectTexts.h"
-#include "output/SrecWriter.h"
+#include "output/RecordWriter.h"
 
 #include <cstdint>
 
@@ -27,20 +26,18 @@ class ObjectOutputs {
     void Finish(std::uint16_t startAddress);
     void Clear();
     void KeepColours(bool keep) {
-        pSrec.KeepColours(keep);
-        pHex.KeepColours(keep);
+        pRecords.KeepColours(keep);
         pLoader.KeepColours(keep);
     }
 
     void SetLoaderStyle(LoaderStyle style) { pLoader.SetStyle(style); }
 
-    const ColouredText& Srec() const { return pSrec.Text(); }
-    const ColouredText& Hex() const { return pHex.Text(); }
+    const ColouredText& Srec() const { return pRecords.Srec(); }
+    const ColouredText& Hex() const { return pRecords.Hex(); }
     const ColouredText& Loader() const { return pLoader.Text(); }
 
   private:
-    SrecWriter pSrec;
-    IntelHexWriter pHex;
+    RecordWriter pRecords;
     LoaderWriter pLoader;
     ObjectTexts pWanted;
 };

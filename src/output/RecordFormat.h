@@ -21,4 +21,16 @@ struct RecordFormat {
     bool OnesComplement = false;
 };
 
+// Motorola S-records: "S1" records whose count includes the two address
+// bytes and the checksum, a ones' complement checksum, no header record and
+// an "S9" termination record carrying the start address.
+inline constexpr RecordFormat SrecFormat{
+    .Mark = "S1", .EndMark = "S9", .CountExtra = 3, .Type = {}, .OnesComplement = true};
+
+// Intel HEX: ":" count address "00" data checksum, the checksum being the
+// two's complement of the low byte of the sum; a zero-length record of type
+// 00 carrying the start address ends the text.
+inline constexpr RecordFormat IntelHexFormat{
+    .Mark = ":", .EndMark = ":", .CountExtra = 0, .Type = "00", .OnesComplement = false};
+
 } // namespace trident

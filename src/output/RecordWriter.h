@@ -1,25 +1,25 @@
 #pragma once
 
-#include "output/ColouredText.h"
-#include "output/RecordFormat.h"
+#include "output/RecordText.h"
 
 #include <array>
 #include <cstdint>
-#include <string_view>
 
 namespace trident {
 
-// The common shape of the Intel HEX and Motorola S-record texts (the format
-// tells them apart): records of at most 16 data bytes that never cross a
-// 16-byte address boundary, fed one emitted value at a time. A record keeps
-// its bytes while open and is formatted once, with its count and checksum,
-// when it closes; the record open at the end is closed even when empty.
+// Cuts the emitted bytes into the records of the Intel HEX and Motorola
+// S-record texts, which share their shape: records of at most 16 data bytes
+// that never cross a 16-byte address boundary, fed one emitted value at a
+// time. A record keeps its bytes while open and, when it closes, is written
+// once into each text asked for; the record open at the end is closed even
+// when empty.
 class RecordWriter {
   public:
-    explicit RecordWriter(const RecordFormat& format) : pFormat(format) {}
-
-    // Only the final pass writes; earlier passes leave the text alone.
-    void SetEnabled(bool enabled) { pEnabled = enabled; }
+    // Which texts are written; only the final pass writes.
+    void SetEnabled(bool srec, bool hex) {
+        pSrecEnabled = srec;
+        pHexEnabled = hex;
+    }
     // The emission address jumped (start of the run, org, reserved space):
     // the next byte begins a new record at `address`.
     void Restart(std::uint16_t address) {
@@ -30,7 +30,7 @@ class RecordWriter {
     // byte for width 8, two (low byte first) for width 16, whatever byte
     // order the listing shows. Runs for every emitted value.
     void WriteBits(std::uint32_t whole, int width) {
-        if (!pEnabled) return;
+        if (!pSrecEnabled && !pHexEnabled) return;
         if (width == 16) {
             WriteByte(static_cast<std::uint8_t>(whole & 0xFF), true);
             WriteByte(static_cast<std::uint8_t>((whole >> 8) & 0xFF), true);
@@ -38,12 +38,16 @@ class RecordWriter {
             WriteByte(static_cast<std::uint8_t>(whole & 0xFF), false);
         }
     }
-    // Closes the open record and writes the end record with the program's
-    // start address. No line break follows the end record.
+    // Closes the open record and writes the end records with the program's
+    // start address.
     void Finish(std::uint16_t startAddress);
 
-    const ColouredText& Text() const { return pText; }
-    void KeepColours(bool keep) { pText.KeepColours(keep); }
+    const ColouredText& Srec() const { return pSrec.Text(); }
+    const ColouredText& Hex() const { return pHex.Text(); }
+    void KeepColours(bool keep) {
+        pSrec.KeepColours(keep);
+        pHex.KeepColours(keep);
+    }
     void Clear();
 
   private:
@@ -65,14 +69,11 @@ class RecordWriter {
     void Reopen();
     void Open();
     void Close();
-    // One record of `count` bytes from `bytes` (bit i of `wordBytes` marks
-    // byte i as part of a word), with or without the line end.
-    void WriteRecord(std::string_view mark, std::uint16_t address, const std::uint8_t* bytes,
-                     int count, std::uint16_t wordBytes, bool lineEnd);
 
-    RecordFormat pFormat;
-    ColouredText pText;
-    bool pEnabled = false;
+    RecordText pSrec{SrecFormat};
+    RecordText pHex{IntelHexFormat};
+    bool pSrecEnabled = false;
+    bool pHexEnabled = false;
     bool pRestart = true;
     bool pOpen = false;
     std::uint16_t pAddress = 0;

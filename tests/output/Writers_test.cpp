@@ -1,6 +1,5 @@
-#include "output/IntelHexWriter.h"
 #include "output/LoaderWriter.h"
-#include "output/SrecWriter.h"
+#include "output/RecordWriter.h"
 
 #include <gtest/gtest.h>
 #include <sstream>
@@ -22,12 +21,16 @@ template <typename Writer> Writer& Fed(Writer& writer, const std::string& steps)
     return writer;
 }
 
-// The text of an enabled record writer fed `steps` and finished with `start`.
-template <typename Writer> std::string Records(const std::string& steps, std::uint16_t start = 0) {
-    Writer writer;
-    writer.SetEnabled(true);
+enum class Format { Hex, Srec };
+
+// The text of a record writer fed `steps` and finished with `start`, asked
+// for one format only.
+std::string Records(Format format, const std::string& steps, std::uint16_t start = 0) {
+    RecordWriter writer;
+    writer.SetEnabled(format == Format::Srec, format == Format::Hex);
     Fed(writer, steps).Finish(start);
-    return std::string(writer.Text().Text());
+    EXPECT_TRUE((format == Format::Hex ? writer.Srec() : writer.Hex()).Empty());
+    return std::string((format == Format::Hex ? writer.Hex() : writer.Srec()).Text());
 }
 
 std::string Loaded(LoaderStyle style, const std::string& steps) {
@@ -39,44 +42,52 @@ std::string Loaded(LoaderStyle style, const std::string& steps) {
 }
 
 TEST(IntelHex, RecordsAndTheEndRecord) {
-    EXPECT_EQ(Records<IntelHexWriter>("@0100 3E 01 02"), ":030100003E0102BB\r\n:0000000000");
+    EXPECT_EQ(Records(Format::Hex, "@0100 3E 01 02"), ":030100003E0102BB\r\n:0000000000");
     // A restart closes the open record and opens one at the new address.
-    EXPECT_EQ(Records<IntelHexWriter>("@0100 AA @0205 BB", 0x0100),
+    EXPECT_EQ(Records(Format::Hex, "@0100 AA @0205 BB", 0x0100),
               ":01010000AA54\r\n:01020500BB3D\r\n:00010000FF");
 }
 
 TEST(IntelHex, RecordsNeverCrossASixteenByteBoundary) {
     // The 24th byte opens a record that the end closes empty.
     const std::string twenty = "@0108 00 01 02 03 04 05 06 07 08 09 0A 0B 0C 0D 0E 0F 10 11 12 13";
-    EXPECT_EQ(Records<IntelHexWriter>(twenty + " 14 15 16 17"),
+    EXPECT_EQ(Records(Format::Hex, twenty + " 14 15 16 17"),
               ":080108000001020304050607D3\r\n:1001100008090A0B0C0D0E0F1011121314151617E7\r\n"
               ":00012000DF\r\n:0000000000");
-    EXPECT_EQ(Records<IntelHexWriter>(twenty),
+    EXPECT_EQ(Records(Format::Hex, twenty),
               ":080108000001020304050607D3\r\n:0C01100008090A0B0C0D0E0F1011121341\r\n:0000000000");
 }
 
 TEST(IntelHex, WordSplitsAcrossRecordsAndIsColouredAsAWord) {
-    IntelHexWriter hex;
-    hex.SetEnabled(true);
-    Fed(hex, "@000F 1234").Finish(0);
-    EXPECT_EQ(hex.Text().Text(), ":01000F0034BC\r\n:0100100012DD\r\n:0000000000");
-    const std::size_t at = hex.Text().Text().find("34BC");
+    RecordWriter writer;
+    writer.SetEnabled(false, true);
+    Fed(writer, "@000F 1234").Finish(0);
+    const ColouredText& hex = writer.Hex();
+    EXPECT_EQ(hex.Text(), ":01000F0034BC\r\n:0100100012DD\r\n:0000000000");
+    const std::size_t at = hex.Text().find("34BC");
     bool blue = false;
-    for (const auto& run : hex.Text().Runs())
+    for (const auto& run : hex.Runs())
         if (run.Start == at) blue = run.Ink == Colour{0, 0, 255};
     EXPECT_TRUE(blue);
 }
 
-TEST(IntelHex, DisabledWriterWritesNothing) {
-    IntelHexWriter hex;
-    Fed(hex, "@0000 01").Finish(0);
-    EXPECT_TRUE(hex.Text().Empty());
+TEST(RecordWriter, BothFormatsCutTheSameRecordsAndADisabledWriterWritesNothing) {
+    const std::string steps = "@0100 3E 01 @010E 1234 56 @0200 FF";
+    RecordWriter both;
+    both.SetEnabled(true, true);
+    Fed(both, steps).Finish(0x0100);
+    EXPECT_EQ(both.Hex().Text(), Records(Format::Hex, steps, 0x0100));
+    EXPECT_EQ(both.Srec().Text(), Records(Format::Srec, steps, 0x0100));
+    RecordWriter neither;
+    Fed(neither, steps).Finish(0);
+    EXPECT_TRUE(neither.Hex().Empty());
+    EXPECT_TRUE(neither.Srec().Empty());
 }
 
 TEST(Srec, DataAndTerminationRecords) {
-    EXPECT_EQ(Records<SrecWriter>("@0100 3E 01", 0x0100), "S10501003E01BA\r\nS9030100FB");
+    EXPECT_EQ(Records(Format::Srec, "@0100 3E 01", 0x0100), "S10501003E01BA\r\nS9030100FB");
     // The last byte at a boundary leaves an empty record.
-    EXPECT_EQ(Records<SrecWriter>("@010F 00"), "S104010F00EB\r\nS1030110EB\r\nS9030000FC");
+    EXPECT_EQ(Records(Format::Srec, "@010F 00"), "S104010F00EB\r\nS1030110EB\r\nS9030000FC");
 }
 
 TEST(Loader, StylesAndBlocks) {

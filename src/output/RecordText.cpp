@@ -1,0 +1,62 @@
+#include "output/RecordText.h"
+
+#include "output/ColouredLine.h"
+#include "output/HexText.h"
+
+#include <bit>
+
+namespace trident {
+namespace {
+
+constexpr Colour MarkInk{0, 128, 0};
+constexpr Colour CountInk{0, 160, 160};
+constexpr Colour AddressInk{0, 0, 0};
+constexpr Colour TypeInk{160, 0, 0};
+constexpr Colour ByteInk{0, 0, 160};
+constexpr Colour WordInk{0, 0, 255};
+constexpr Colour ChecksumInk{160, 0, 0};
+constexpr std::string_view LineEnd = "\r\n";
+
+} // namespace
+
+void RecordText::WriteRecord(std::uint16_t address, std::span<const std::uint8_t> bytes,
+                             std::uint16_t wordBytes) {
+    Write(pFormat.Mark, address, bytes, wordBytes, true);
+}
+
+void RecordText::WriteEnd(std::uint16_t startAddress) {
+    Write(pFormat.EndMark, startAddress, {}, 0, false);
+}
+
+void RecordText::Write(std::string_view mark, std::uint16_t address,
+                       std::span<const std::uint8_t> bytes, std::uint16_t wordBytes, bool lineEnd) {
+    const int count = static_cast<int>(bytes.size());
+    const int countField = count + pFormat.CountExtra;
+    int sum = countField + (address >> 8) + (address & 0xFF);
+    for (const std::uint8_t byte : bytes) sum += byte;
+    const auto checksum = static_cast<std::uint32_t>(pFormat.OnesComplement ? ~sum : -sum);
+
+    // The data goes in one piece per stretch of bytes of the same kind (from
+    // bytes or from words), each in its colour.
+    ColouredLine line(pText, mark.size() + 2 + 4 + pFormat.Type.size() + 2 * bytes.size() + 2 +
+                                 (lineEnd ? LineEnd.size() : 0));
+    line.Put(mark, MarkInk);
+    WriteHexDigits(line.Take(2, CountInk), static_cast<std::uint32_t>(countField), 2);
+    WriteHexDigits(line.Take(4, AddressInk), address, 4);
+    line.Put(pFormat.Type, TypeInk);
+    const auto all = static_cast<std::uint16_t>((1u << count) - 1);
+    for (int first = 0; first < count;) {
+        const bool fromWord = (wordBytes >> first & 1) != 0;
+        // The stretch ends at the first later byte of the other kind.
+        const unsigned otherKind = (fromWord ? ~wordBytes : wordBytes) & all & (~0u << first);
+        const int end = otherKind == 0 ? count : std::countr_zero(otherKind);
+        char* out =
+            line.Take(2 * static_cast<std::size_t>(end - first), fromWord ? WordInk : ByteInk);
+        for (; first < end; ++first)
+            out = WriteHexByte(out, bytes[static_cast<std::size_t>(first)]);
+    }
+    WriteHexDigits(line.Take(2, ChecksumInk), checksum & 0xFF, 2);
+    if (lineEnd) line.Put(LineEnd, AddressInk);
+}
+
+} // namespace trident
