@@ -168,6 +168,7 @@ class Assembly {
     void RecordDefinition(std::string_view kind);
     // The statement's place for the cross-reference.
     SourcePlace StatementPlace();
+    void FindPlaceFile();
     struct SymbolOrigin;
     SymbolOrigin& OriginOf(int slot);
     // Fills pSortedReferences and every origin's share of it.

@@ -66,13 +66,16 @@ std::string Assembly::BinaryImage() const {
 SourcePlace Assembly::StatementPlace() {
     const SourcePosition& where = pStatement.Where;
     if (where.File.empty()) return {nullptr, where.Line};
-    if (pPlaceFile == nullptr || pPlaceFileVersion != pStatementNamesVersion) {
-        auto found = pPlaceFiles.find(where.File);
-        if (found == pPlaceFiles.end()) found = pPlaceFiles.insert(where.File).first;
-        pPlaceFile = &*found;
-        pPlaceFileVersion = pStatementNamesVersion;
-    }
+    if (pPlaceFile == nullptr || pPlaceFileVersion != pStatementNamesVersion) FindPlaceFile();
     return {pPlaceFile, where.Line};
+}
+
+void Assembly::FindPlaceFile() {
+    const std::string& file = pStatement.Where.File;
+    auto found = pPlaceFiles.find(file);
+    if (found == pPlaceFiles.end()) found = pPlaceFiles.insert(file).first;
+    pPlaceFile = &*found;
+    pPlaceFileVersion = pStatementNamesVersion;
 }
 
 Assembly::SymbolOrigin& Assembly::OriginOf(int slot) {
