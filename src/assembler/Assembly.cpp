@@ -135,6 +135,7 @@ void Assembly::StartPass(std::int16_t pass, const std::filesystem::path& source)
     pListing.Text().KeepColours(pState.Options.ColourRuns);
     pOutputs.StartPass(pass == 0);
     pLineStatements = {};
+    pLineOperands = {};
     pLinePrepared = {};
     pNextStatement = 0;
     pLineFromMainFile = false;
@@ -146,9 +147,9 @@ void Assembly::StartPass(std::int16_t pass, const std::filesystem::path& source)
     // The main file is read from disk once an assembly, and its lines are
     // cut into statements once; every later pass reads it from the top.
     if (pass == 1 || !pMainFile || pMainFile->Name() != source.string()) {
-        pMainLines.Clear();
         pMainFile = SourceFile::Open(source);
         if (!pMainFile) throw RunFailure("cannot read the source file " + source.string());
+        pMainLines.Clear(pMainFile->Text());
     } else {
         pMainFile->Rewind();
     }
@@ -169,6 +170,7 @@ void Assembly::EndPass() {
 void Assembly::CloseMainFile() {
     pMainLines.Clear();
     pLineStatements = {};
+    pLineOperands = {};
     pLinePrepared = {};
     pMainFile.reset();
 }
@@ -244,6 +246,7 @@ void Assembly::ReadNextLine() {
         pMainFile->SkipLine(pMainLines.NextLineStart(index));
         SetMainFilePosition();
         pLineStatements = pMainLines.Statements(index);
+        pLineOperands = pMainLines.Operands();
         pLinePrepared = pMainLines.PreparedOf(index);
         return;
     }
@@ -251,7 +254,9 @@ void Assembly::ReadNextLine() {
     SetMainFilePosition();
     // A line that fails to split names itself in the failure.
     PositionStatement();
-    pLineStatements = pMainLines.Add(line, pState.Options.StripParity, pMainFile->Position());
+    pLineStatements =
+        pMainLines.Add(line, pState.Options.StripParity, pMainFile->Position(), pDispatchIndex);
+    pLineOperands = pMainLines.Operands();
     pLinePrepared = pMainLines.PreparedOf(index);
 }
 
@@ -268,8 +273,11 @@ void Assembly::SetMainFilePosition() {
 void Assembly::SplitLine() {
     if (pState.Options.StripParity) LineScanner::StripParityBits(pLineText);
     PositionStatement();
-    LineScanner::SplitSourceLine(pLineText, pSplitStatements);
+    pSplitStatements.clear();
+    pSplitOperands.clear();
+    LineScanner::ScanLine(pLineText, pSplitStatements, pSplitOperands);
     pLineStatements = pSplitStatements;
+    pLineOperands = pSplitOperands;
 }
 
 void Assembly::ReadOtherLine() {
@@ -316,7 +324,8 @@ void Assembly::ReadFromInclude() {
     SetLinePosition(file.Name(), file.LineNumber(), {});
 }
 
-void Assembly::PrepareStatement(const SourceStatement& fields, MainFileLines::Prepared* kept) {
+void Assembly::PrepareStatement(const SourceStatement& fields,
+                                const MainFileLines::Prepared* kept) {
     pStatement.Reset();
     PositionStatement();
     // Views of the line: the scanner's label and operation words hold no
@@ -325,20 +334,17 @@ void Assembly::PrepareStatement(const SourceStatement& fields, MainFileLines::Pr
     pStatement.Operation = fields.Operation;
     pStatement.Operands = fields.Operands;
     pStatement.Comment = fields.Comment;
-    if (kept && kept->Ready) {
+    if (fields.TooManyOperands)
+        throw RunFailure("more than " + std::to_string(LineScanner::MaxOperands) +
+                         " operands in one statement");
+    SetOperandList(pLineOperands.subspan(fields.FirstOperand, fields.OperandCount));
+    if (kept) {
         pStatement.Keyword = kept->Keyword;
-        SetOperandList(pMainLines.Operands(*kept));
         pStatementSteps = kept->Steps;
         return;
     }
     pStatement.Keyword = LowerCaseKeyword(fields.Operation);
-    pOperandViews.clear();
-    if (!fields.Operands.empty()) LineScanner::SplitOperands(fields.Operands, pOperandViews);
-    SetOperandList(pOperandViews);
     pStatementSteps = pDispatchIndex.StepsFor(pStatement.Keyword);
-    if (kept)
-        pMainLines.Keep(*kept, fields.Operation, pStatement.Keyword, pOperandViews,
-                        pStatementSteps);
 }
 
 // Most operation words are written in lower case and serve as they stand.

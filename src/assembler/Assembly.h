@@ -153,7 +153,7 @@ class Assembly {
     void PositionStatement();
     // Fills the statement from its fields; `kept` is what an earlier pass
     // kept of a main-file statement (nothing for other lines).
-    void PrepareStatement(const SourceStatement& fields, MainFileLines::Prepared* kept);
+    void PrepareStatement(const SourceStatement& fields, const MainFileLines::Prepared* kept);
     void SetOperandList(std::span<const std::string_view> operands);
     std::string_view LowerCaseKeyword(std::string_view operation);
     void Dispatch(Statement& statement);
@@ -195,12 +195,14 @@ class Assembly {
     // the main file's lines kept from the first pass.
     std::string pLineText;
     std::vector<SourceStatement> pSplitStatements;
+    std::vector<std::string_view> pSplitOperands;
     MainFileLines pMainLines;
     std::span<const SourceStatement> pLineStatements;
+    // The operand list that the statements' FirstOperand counts in.
+    std::span<const std::string_view> pLineOperands;
     // Parallel to pLineStatements for a main-file line, empty otherwise.
     std::span<MainFileLines::Prepared> pLinePrepared;
     std::size_t pNextStatement = 0;
-    std::vector<std::string_view> pOperandViews;
     // The lower-cased operation word of a statement not kept from pass 1.
     std::string pKeywordText;
     DispatchIndex::StepSet pStatementSteps = 0;

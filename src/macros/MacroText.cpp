@@ -1,6 +1,7 @@
 #include "macros/MacroText.h"
 
 #include "assembler/LineScanner.h"
+#include "assembler/RunFailure.h"
 #include "assembler/SourceStatement.h"
 
 #include <array>
@@ -92,8 +93,8 @@ std::string SubstituteParameters(std::string_view text, const ParameterMap& para
 // As ComposeLine on the substituted fields, composed in one buffer.
 std::string SubstituteLine(std::string_view line, const ParameterMap& parameters) {
     std::vector<SourceStatement> statements;
-    LineScanner::SplitSourceLine(line, statements);
     std::vector<std::string_view> operands;
+    LineScanner::ScanLine(line, statements, operands);
     std::string result;
     result.reserve(line.size() + 16);
     for (std::size_t i = 0; i < statements.size(); ++i) {
@@ -106,16 +107,20 @@ std::string SubstituteLine(std::string_view line, const ParameterMap& parameters
         const std::size_t operationStart = result.size();
         AppendSubstituted(result, statement.Operation, parameters);
         const bool noOperation = result.size() == operationStart;
-        LineScanner::SplitOperands(statement.Operands, operands);
-        if (noLabel && noOperation && operands.empty()) {
+        if (statement.TooManyOperands)
+            throw RunFailure("more than " + std::to_string(LineScanner::MaxOperands) +
+                             " operands in one statement");
+        const auto fieldOperands = std::span<const std::string_view>(operands).subspan(
+            statement.FirstOperand, statement.OperandCount);
+        if (noLabel && noOperation && fieldOperands.empty()) {
             result.resize(lineStart);
             result += statement.Comment;
             continue;
         }
         result += '\t';
-        for (std::size_t k = 0; k < operands.size(); ++k) {
+        for (std::size_t k = 0; k < fieldOperands.size(); ++k) {
             if (k > 0) result += ',';
-            AppendSubstituted(result, operands[k], parameters);
+            AppendSubstituted(result, fieldOperands[k], parameters);
         }
         if (!statement.Comment.empty()) result.append("\t").append(statement.Comment);
     }
