@@ -337,7 +337,7 @@ void Assembly::PrepareStatement(const SourceStatement& fields,
     if (fields.TooManyOperands)
         throw RunFailure("more than " + std::to_string(LineScanner::MaxOperands) +
                          " operands in one statement");
-    SetOperandList(pLineOperands.subspan(fields.FirstOperand, fields.OperandCount));
+    pStatement.OperandList = pLineOperands.subspan(fields.FirstOperand, fields.OperandCount);
     if (kept) {
         pStatement.Keyword = kept->Keyword;
         pStatementSteps = kept->Steps;
@@ -355,10 +355,6 @@ std::string_view Assembly::LowerCaseKeyword(std::string_view operation) {
     for (char& c : pKeywordText)
         if (upper(c)) c = static_cast<char>(c - 'A' + 'a');
     return pKeywordText;
-}
-
-void Assembly::SetOperandList(std::span<const std::string_view> operands) {
-    pStatement.OperandList.assign(operands.begin(), operands.end());
 }
 
 void Assembly::Dispatch(Statement& statement) {

@@ -154,7 +154,6 @@ class Assembly {
     // Fills the statement from its fields; `kept` is what an earlier pass
     // kept of a main-file statement (nothing for other lines).
     void PrepareStatement(const SourceStatement& fields, const MainFileLines::Prepared* kept);
-    void SetOperandList(std::span<const std::string_view> operands);
     std::string_view LowerCaseKeyword(std::string_view operation);
     void Dispatch(Statement& statement);
     void RecomputeListThisLine();
