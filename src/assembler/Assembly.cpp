@@ -233,23 +233,31 @@ void Assembly::PositionStatement() {
 }
 
 void Assembly::ReadNextLine() {
+    if (pExpansions.empty() && !pState.MaclibOpen && pIncludeFiles.empty()) {
+        ++pState.LinesReadFromFile;
+        const auto index = static_cast<std::size_t>(pMainFile->LineNumber());
+        if (pMainLines.Has(index))
+            TakeKeptLine(index);
+        else
+            KeepMainLine(index);
+        return;
+    }
     pLinePrepared = {};
-    if (!pExpansions.empty() || pState.MaclibOpen || !pIncludeFiles.empty()) {
-        pLineFromMainFile = false;
-        ReadOtherLine();
-        SplitLine();
-        return;
-    }
-    ++pState.LinesReadFromFile;
-    const auto index = static_cast<std::size_t>(pMainFile->LineNumber());
-    if (pMainLines.Has(index)) {
-        pMainFile->SkipLine(pMainLines.NextLineStart(index));
-        SetMainFilePosition();
-        pLineStatements = pMainLines.Statements(index);
-        pLineOperands = pMainLines.Operands();
-        pLinePrepared = pMainLines.PreparedOf(index);
-        return;
-    }
+    pLineFromMainFile = false;
+    ReadOtherLine();
+    SplitLine();
+}
+
+// Every pass after the first takes the main file's lines as the first kept them.
+void Assembly::TakeKeptLine(std::size_t index) {
+    pMainFile->SkipLine(pMainLines.NextLineStart(index));
+    SetMainFilePosition();
+    pLineStatements = pMainLines.Statements(index);
+    pLineOperands = pMainLines.Operands();
+    pLinePrepared = pMainLines.PreparedOf(index);
+}
+
+void Assembly::KeepMainLine(std::size_t index) {
     const std::string_view line = pMainFile->ReadSourceLine();
     SetMainFilePosition();
     // A line that fails to split names itself in the failure.
@@ -326,7 +334,7 @@ void Assembly::ReadFromInclude() {
 
 void Assembly::PrepareStatement(const SourceStatement& fields,
                                 const MainFileLines::Prepared* kept) {
-    pStatement.Reset();
+    pStatement.ClearResults();
     PositionStatement();
     // Views of the line: the scanner's label and operation words hold no
     // blanks, so they are listed as they stand.
@@ -334,10 +342,8 @@ void Assembly::PrepareStatement(const SourceStatement& fields,
     pStatement.Operation = fields.Operation;
     pStatement.Operands = fields.Operands;
     pStatement.Comment = fields.Comment;
-    if (fields.TooManyOperands)
-        throw RunFailure("more than " + std::to_string(LineScanner::MaxOperands) +
-                         " operands in one statement");
-    pStatement.OperandList = pLineOperands.subspan(fields.FirstOperand, fields.OperandCount);
+    if (fields.TooManyOperands) FailTooManyOperands();
+    pStatement.OperandList = {pLineOperands.data() + fields.FirstOperand, fields.OperandCount};
     if (kept) {
         pStatement.Keyword = kept->Keyword;
         pStatementSteps = kept->Steps;
@@ -345,6 +351,11 @@ void Assembly::PrepareStatement(const SourceStatement& fields,
     }
     pStatement.Keyword = LowerCaseKeyword(fields.Operation);
     pStatementSteps = pDispatchIndex.StepsFor(pStatement.Keyword);
+}
+
+void Assembly::FailTooManyOperands() {
+    throw RunFailure("more than " + std::to_string(LineScanner::MaxOperands) +
+                     " operands in one statement");
 }
 
 // Most operation words are written in lower case and serve as they stand.

@@ -142,6 +142,10 @@ class Assembly {
     void LeaveFinishedExpansions();
     // Reads the next line and cuts it into statements.
     void ReadNextLine();
+    // The main file's line `index` (from 0), kept in the first pass: taken
+    // as kept, or cut and kept.
+    void TakeKeptLine(std::size_t index);
+    void KeepMainLine(std::size_t index);
     // Lines of a macro library, an expansion or an include file: each fills
     // the line buffer and the line's position, and SplitLine cuts the buffer.
     void ReadOtherLine();
@@ -155,6 +159,7 @@ class Assembly {
     // kept of a main-file statement (nothing for other lines).
     void PrepareStatement(const SourceStatement& fields, const MainFileLines::Prepared* kept);
     std::string_view LowerCaseKeyword(std::string_view operation);
+    [[noreturn]] static void FailTooManyOperands();
     void Dispatch(Statement& statement);
     void RecomputeListThisLine();
     // Turns the evaluator's recorded faults into diagnostics.

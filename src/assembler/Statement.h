@@ -43,15 +43,10 @@ struct Statement {
     bool Z180Row = false;
     bool IndexUsed = false;
 
-    // Ready for the next statement; the owned texts keep their storage, since a statement is
-    // prepared for every line of every pass.
-    void Reset() {
-        Label = {};
-        Operation = {};
-        Keyword = {};
-        Operands = {};
-        Comment = {};
-        OperandList = {};
+    // Clears what executing the previous statement left; preparing the
+    // next one sets every field. The owned texts keep their storage, since
+    // a statement is prepared for every line of every pass.
+    void ClearResults() {
         Category = LineCategory::None;
         BytesText.clear();
         ValueText.clear();
