@@ -139,17 +139,17 @@ void Assembly::StartPass(std::int16_t pass, const std::filesystem::path& source)
     pLinePrepared = {};
     pNextStatement = 0;
     pLineFromMainFile = false;
-    // The parity option may have changed since the lines were kept.
-    if (pMainLines.StrippedParity() != pState.Options.StripParity) pMainLines.Clear();
-
     for (auto& handler : pHandlers) handler->StartPass(*this);
 
-    // The main file is read from disk once an assembly, and its lines are
-    // cut into statements once; every later pass reads it from the top.
+    // The main file is read from disk and its lines are cut into statements
+    // once an assembly; every later pass reads it from the top.
     if (pass == 1 || !pMainFile || pMainFile->Name() != source.string()) {
         pMainFile = SourceFile::Open(source);
         if (!pMainFile) throw RunFailure("cannot read the source file " + source.string());
-        pMainLines.Clear(pMainFile->Text());
+        pMainLines.Load(*pMainFile, pState.Options.StripParity, pDispatchIndex);
+    } else if (pMainLines.StrippedParity() != pState.Options.StripParity) {
+        // The parity option changed since the lines were cut.
+        pMainLines.Load(*pMainFile, pState.Options.StripParity, pDispatchIndex);
     } else {
         pMainFile->Rewind();
     }
@@ -234,12 +234,7 @@ void Assembly::PositionStatement() {
 
 void Assembly::ReadNextLine() {
     if (pExpansions.empty() && !pState.MaclibOpen && pIncludeFiles.empty()) {
-        ++pState.LinesReadFromFile;
-        const auto index = static_cast<std::size_t>(pMainFile->LineNumber());
-        if (pMainLines.Has(index))
-            TakeKeptLine(index);
-        else
-            KeepMainLine(index);
+        TakeMainLine();
         return;
     }
     pLinePrepared = {};
@@ -248,22 +243,18 @@ void Assembly::ReadNextLine() {
     SplitLine();
 }
 
-// Every pass after the first takes the main file's lines as the first kept them.
-void Assembly::TakeKeptLine(std::size_t index) {
+// The main file's lines were cut when it was opened.
+void Assembly::TakeMainLine() {
+    ++pState.LinesReadFromFile;
+    const auto index = static_cast<std::size_t>(pMainFile->LineNumber());
     pMainFile->SkipLine(pMainLines.NextLineStart(index));
     SetMainFilePosition();
+    if (pMainLines.CutFailed(index)) {
+        // The failure names the line.
+        PositionStatement();
+        pMainLines.RethrowCutFailure(index);
+    }
     pLineStatements = pMainLines.Statements(index);
-    pLineOperands = pMainLines.Operands();
-    pLinePrepared = pMainLines.PreparedOf(index);
-}
-
-void Assembly::KeepMainLine(std::size_t index) {
-    const std::string_view line = pMainFile->ReadSourceLine();
-    SetMainFilePosition();
-    // A line that fails to split names itself in the failure.
-    PositionStatement();
-    pLineStatements =
-        pMainLines.Add(line, pState.Options.StripParity, pMainFile->Position(), pDispatchIndex);
     pLineOperands = pMainLines.Operands();
     pLinePrepared = pMainLines.PreparedOf(index);
 }

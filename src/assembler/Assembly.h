@@ -142,10 +142,7 @@ class Assembly {
     void LeaveFinishedExpansions();
     // Reads the next line and cuts it into statements.
     void ReadNextLine();
-    // The main file's line `index` (from 0), kept in the first pass: taken
-    // as kept, or cut and kept.
-    void TakeKeptLine(std::size_t index);
-    void KeepMainLine(std::size_t index);
+    void TakeMainLine();
     // Lines of a macro library, an expansion or an include file: each fills
     // the line buffer and the line's position, and SplitLine cuts the buffer.
     void ReadOtherLine();

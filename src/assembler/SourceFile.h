@@ -37,6 +37,7 @@ class SourceFile {
     void Rewind() {
         pPos = 0;
         pLine = 0;
+        pNextReturn = NextReturn(0);
     }
 
     const std::string& Name() const { return pName; }
@@ -47,12 +48,20 @@ class SourceFile {
 
   private:
     SourceFile(std::string name, std::string data)
-        : pName(std::move(name)), pData(std::move(data)) {}
+        : pName(std::move(name)), pData(std::move(data)), pNextReturn(NextReturn(0)) {}
+
+    // Where the first carriage return at or after `from` is (the size of
+    // the text when there is none).
+    std::size_t NextReturn(std::size_t from) const;
 
     std::string pName;
     std::string pData;
     std::size_t pPos = 0;
     int pLine = 0;
+    // The first carriage return at or after the line last read. Most texts
+    // have none, or one at the end of every line: each is searched for
+    // once, instead of once for every line.
+    std::size_t pNextReturn;
 };
 
 } // namespace trident
