@@ -272,11 +272,9 @@ void Assembly::SetMainFilePosition() {
 void Assembly::SplitLine() {
     if (pState.Options.StripParity) LineScanner::StripParityBits(pLineText);
     PositionStatement();
-    pSplitStatements.clear();
-    pSplitOperands.clear();
-    LineScanner::ScanLine(pLineText, pSplitStatements, pSplitOperands);
-    pLineStatements = pSplitStatements;
-    pLineOperands = pSplitOperands;
+    pSplitLine.Scan(pLineText);
+    pLineStatements = pSplitLine.Statements;
+    pLineOperands = pSplitLine.Operands;
 }
 
 void Assembly::ReadOtherLine() {
@@ -290,7 +288,7 @@ void Assembly::ReadOtherLine() {
             throw RunFailure("more than " + std::to_string(pState.Options.MaxExpandedLines) +
                              " lines of macro expansion in one pass");
         }
-        pLineText = MacroText::SubstituteLine(level.NextLine(), level.Parameters);
+        MacroText::SubstituteLine(level.NextLine(), level.Parameters, pSplitLine, pLineText);
         return;
     }
     ReadFromInclude();

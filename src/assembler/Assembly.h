@@ -7,6 +7,7 @@
 #include "assembler/ListingReports.h"
 #include "assembler/MainFileLines.h"
 #include "assembler/RunState.h"
+#include "assembler/ScannedLine.h"
 #include "assembler/Signedness.h"
 #include "assembler/SourceFile.h"
 #include "assembler/SourceStatement.h"
@@ -195,8 +196,7 @@ class Assembly {
     // The statements of the line under way: views into pLineText, or into
     // the main file's lines kept from the first pass.
     std::string pLineText;
-    std::vector<SourceStatement> pSplitStatements;
-    std::vector<std::string_view> pSplitOperands;
+    ScannedLine pSplitLine;
     MainFileLines pMainLines;
     std::span<const SourceStatement> pLineStatements;
     // The operand list that the statements' FirstOperand counts in.

@@ -91,14 +91,13 @@ std::string SubstituteParameters(std::string_view text, const ParameterMap& para
 }
 
 // As ComposeLine on the substituted fields, composed in one buffer.
-std::string SubstituteLine(std::string_view line, const ParameterMap& parameters) {
-    std::vector<SourceStatement> statements;
-    std::vector<std::string_view> operands;
-    LineScanner::ScanLine(line, statements, operands);
-    std::string result;
+void SubstituteLine(std::string_view line, const ParameterMap& parameters, ScannedLine& scratch,
+                    std::string& result) {
+    scratch.Scan(line);
+    result.clear();
     result.reserve(line.size() + 16);
-    for (std::size_t i = 0; i < statements.size(); ++i) {
-        const SourceStatement& statement = statements[i];
+    for (std::size_t i = 0; i < scratch.Statements.size(); ++i) {
+        const SourceStatement& statement = scratch.Statements[i];
         if (i > 0) result += '!';
         const std::size_t lineStart = result.size();
         AppendSubstituted(result, statement.Label, parameters);
@@ -110,21 +109,19 @@ std::string SubstituteLine(std::string_view line, const ParameterMap& parameters
         if (statement.TooManyOperands)
             throw RunFailure("more than " + std::to_string(LineScanner::MaxOperands) +
                              " operands in one statement");
-        const auto fieldOperands = std::span<const std::string_view>(operands).subspan(
-            statement.FirstOperand, statement.OperandCount);
-        if (noLabel && noOperation && fieldOperands.empty()) {
+        const std::span<const std::string_view> operands = scratch.OperandsOf(statement);
+        if (noLabel && noOperation && operands.empty()) {
             result.resize(lineStart);
             result += statement.Comment;
             continue;
         }
         result += '\t';
-        for (std::size_t k = 0; k < fieldOperands.size(); ++k) {
+        for (std::size_t k = 0; k < operands.size(); ++k) {
             if (k > 0) result += ',';
-            AppendSubstituted(result, fieldOperands[k], parameters);
+            AppendSubstituted(result, operands[k], parameters);
         }
         if (!statement.Comment.empty()) result.append("\t").append(statement.Comment);
     }
-    return result;
 }
 
 } // namespace trident::MacroText
