@@ -71,23 +71,30 @@ void DispatchIndex::AddWord(std::string_view word, StepSet step) {
     pSlots[slot].Steps |= step;
 }
 
-DispatchIndex::StepSet DispatchIndex::ListedSteps(std::string_view word) const {
-    if (word.size() > PackedLength) {
-        const auto found = pLongWords.find(word);
-        return found == pLongWords.end() ? 0 : found->second;
-    }
-    const std::uint64_t key = Packed(word);
+DispatchIndex::StepSet DispatchIndex::ListedSteps(std::uint64_t key) const {
     for (std::size_t slot = FirstSlot(key); pSlots[slot].Key != 0; slot = (slot + 1) & pSlotMask)
         if (pSlots[slot].Key == key) return pSlots[slot].Steps;
     return 0;
 }
 
+DispatchIndex::StepSet DispatchIndex::LongWordSteps(std::string_view word) const {
+    StepSet steps = pUnlisted;
+    if (const auto found = pLongWords.find(word); found != pLongWords.end()) steps |= found->second;
+    for (const PrefixSteps& prefixed : pPrefixedSteps)
+        if (word.starts_with(prefixed.Prefix)) steps |= prefixed.Steps;
+    return steps;
+}
+
 DispatchIndex::StepSet DispatchIndex::StepsFor(std::string_view word) const {
     if (word.empty()) return pUnlisted;
-    StepSet steps = pUnlisted | ListedSteps(word);
-    const std::uint64_t packed = Packed(word.substr(0, PackedLength));
+    if (word.size() > PackedLength) return LongWordSteps(word);
+    // A short word begins with a prefix exactly when the masked bits agree,
+    // unless the prefix is longer than the bits show.
+    const std::uint64_t key = Packed(word);
+    StepSet steps = pUnlisted | ListedSteps(key);
     for (const PrefixSteps& prefixed : pPrefixedSteps)
-        if ((packed & prefixed.Mask) == prefixed.Bits && word.starts_with(prefixed.Prefix))
+        if ((key & prefixed.Mask) == prefixed.Bits &&
+            (prefixed.Prefix.size() <= PackedLength || word.starts_with(prefixed.Prefix)))
             steps |= prefixed.Steps;
     return steps;
 }

@@ -37,7 +37,8 @@ class DispatchIndex {
     static std::uint64_t Packed(std::string_view word);
     std::size_t FirstSlot(std::uint64_t key) const;
     void AddWord(std::string_view word, StepSet step);
-    StepSet ListedSteps(std::string_view word) const;
+    StepSet ListedSteps(std::uint64_t key) const;
+    StepSet LongWordSteps(std::string_view word) const;
 
     struct Slot {
         std::uint64_t Key = 0; // 0: empty (a packed word has a length)

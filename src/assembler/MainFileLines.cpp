@@ -73,8 +73,9 @@ void MainFileLines::Add(std::string_view line, bool stripParity, std::size_t nex
     LineRange& range = pLines.emplace_back();
     range.First = static_cast<std::uint32_t>(first);
     range.NextLineStart = nextLineStart;
+    std::size_t count = 0;
     try {
-        LineScanner::ScanLine(line, pStatements, pOperands);
+        count = static_cast<std::size_t>(LineScanner::ScanLine(line, pStatements, pOperands));
     } catch (const RunFailure&) {
         pStatements.resize(first);
         pOperands.resize(firstOperand);
@@ -82,9 +83,9 @@ void MainFileLines::Add(std::string_view line, bool stripParity, std::size_t nex
         pFailures.emplace(pLines.size() - 1, std::current_exception());
         return;
     }
-    range.Count = static_cast<std::uint32_t>(pStatements.size() - first);
-    for (std::size_t i = first; i < pStatements.size(); ++i)
-        pPrepared.push_back(Prepare(pStatements[i], steps));
+    range.Count = static_cast<std::uint32_t>(count);
+    for (const SourceStatement& statement : std::span(pStatements).subspan(first, count))
+        pPrepared.push_back(Prepare(statement, steps));
 }
 
 MainFileLines::Prepared MainFileLines::Prepare(const SourceStatement& statement,

@@ -1,6 +1,5 @@
 #include "assembler/SourceFile.h"
 
-#include <algorithm>
 #include <cstring>
 #include <fstream>
 #include <iterator>
@@ -32,26 +31,6 @@ std::size_t SourceFile::NextReturn(std::size_t from) const {
     const void* found = std::memchr(pData.data() + from, '\r', pData.size() - from);
     return found ? static_cast<std::size_t>(static_cast<const char*>(found) - pData.data())
                  : pData.size();
-}
-
-std::string_view SourceFile::ReadSourceLine() {
-    const std::size_t start = pPos;
-    // The line ends at the first CR or LF, whichever comes first.
-    const char* begin = pData.data() + start;
-    std::size_t length = pData.size() - start;
-    if (const void* lf = std::memchr(begin, '\n', length))
-        length = static_cast<std::size_t>(static_cast<const char*>(lf) - begin);
-    if (pNextReturn < start) pNextReturn = NextReturn(start);
-    length = std::min(length, pNextReturn - start);
-    pPos = start + length;
-    const std::string_view line = std::string_view(pData).substr(start, pPos - start);
-    if (pPos < pData.size()) {
-        const bool carriageReturn = pData[pPos] == '\r';
-        ++pPos;
-        if (carriageReturn && pPos < pData.size()) ++pPos;
-    }
-    ++pLine;
-    return line;
 }
 
 } // namespace trident

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+#include <cstring>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -22,7 +24,20 @@ class SourceFile {
     // carriage return exactly one more character is consumed, whatever it
     // is: that is how CR LF pairs go, and it is deliberately not checked.
     // The view stays valid as long as this file is open.
-    std::string_view ReadSourceLine();
+    std::string_view ReadSourceLine() {
+        const std::size_t start = pPos;
+        const std::size_t size = pData.size();
+        const char* const text = pData.data();
+        const void* lineFeed = std::memchr(text + start, '\n', size - start);
+        std::size_t end =
+            lineFeed ? static_cast<std::size_t>(static_cast<const char*>(lineFeed) - text) : size;
+        if (pNextReturn < start) pNextReturn = NextReturn(start);
+        end = std::min(end, pNextReturn);
+        pPos = end;
+        if (end < size) pPos += text[end] == '\r' && end + 1 < size ? 2 : 1;
+        ++pLine;
+        return {text + start, end - start};
+    }
 
     // Where the next line starts in the text.
     std::size_t Position() const { return pPos; }
