@@ -39,18 +39,6 @@ void MainFileLines::Clear() {
     pFailures.clear();
 }
 
-void MainFileLines::Load(SourceFile& file, bool stripParity, const DispatchIndex& steps) {
-    Clear();
-    pStrippedParity = stripParity;
-    file.Rewind();
-    Reserve(file.Text());
-    while (!file.AtEnd()) {
-        const std::string_view line = file.ReadSourceLine();
-        Add(line, stripParity, file.Position(), steps);
-    }
-    file.Rewind();
-}
-
 // Most lines end with a line feed and hold one statement of one or two
 // operands.
 void MainFileLines::Reserve(std::string_view text) {
@@ -61,37 +49,46 @@ void MainFileLines::Reserve(std::string_view text) {
     pOperands.reserve(2 * lines);
 }
 
-void MainFileLines::Add(std::string_view line, bool stripParity, std::size_t nextLineStart,
-                        const DispatchIndex& steps) {
-    if (stripParity) {
-        std::string& text = pTexts.emplace_back(line);
-        LineScanner::StripParityBits(text);
-        line = text;
+void MainFileLines::Load(SourceFile& file, bool stripParity, const DispatchIndex& steps) {
+    Clear();
+    pStrippedParity = stripParity;
+    file.Rewind();
+    Reserve(file.Text());
+    const DispatchIndex::StepSet noWordSteps = steps.StepsFor({});
+    while (!file.AtEnd()) {
+        std::string_view line = file.ReadSourceLine();
+        if (stripParity) {
+            std::string& text = pTexts.emplace_back(line);
+            LineScanner::StripParityBits(text);
+            line = text;
+        }
+        const std::size_t first = pStatements.size();
+        const std::size_t count = Cut(line);
+        pLines.push_back({static_cast<std::uint32_t>(first), static_cast<std::uint32_t>(count),
+                          file.Position()});
+        for (const SourceStatement& statement : std::span(pStatements).subspan(first, count))
+            pPrepared.push_back(statement.Operation.empty() ? Prepared{{}, noWordSteps}
+                                                            : Prepare(statement.Operation, steps));
     }
+    file.Rewind();
+}
+
+// A line holds at least one statement, so none means it failed.
+std::size_t MainFileLines::Cut(std::string_view line) {
     const std::size_t first = pStatements.size();
     const std::size_t firstOperand = pOperands.size();
-    LineRange& range = pLines.emplace_back();
-    range.First = static_cast<std::uint32_t>(first);
-    range.NextLineStart = nextLineStart;
-    std::size_t count = 0;
     try {
-        count = static_cast<std::size_t>(LineScanner::ScanLine(line, pStatements, pOperands));
+        return static_cast<std::size_t>(LineScanner::ScanLine(line, pStatements, pOperands));
     } catch (const RunFailure&) {
         pStatements.resize(first);
         pOperands.resize(firstOperand);
-        range.Failed = true;
-        pFailures.emplace(pLines.size() - 1, std::current_exception());
-        return;
+        pFailures.emplace(pLines.size(), std::current_exception());
+        return 0;
     }
-    range.Count = static_cast<std::uint32_t>(count);
-    for (const SourceStatement& statement : std::span(pStatements).subspan(first, count))
-        pPrepared.push_back(Prepare(statement, steps));
 }
 
-MainFileLines::Prepared MainFileLines::Prepare(const SourceStatement& statement,
-                                               const DispatchIndex& steps) {
-    const std::string_view operation = statement.Operation;
-    if (operation.empty()) return {operation, steps.StepsFor(operation)};
+inline MainFileLines::Prepared MainFileLines::Prepare(std::string_view operation,
+                                                      const DispatchIndex& steps) {
     const auto upper = [](char c) { return c >= 'A' && c <= 'Z'; };
     // Most sources write operation words in lower case already.
     std::string_view keyword = operation;

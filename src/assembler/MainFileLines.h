@@ -43,7 +43,7 @@ class MainFileLines {
     // statements), and the RunFailure that says so. The failure is thrown
     // when the line is reached, not when it is cut, so that the statements
     // before it run first.
-    bool CutFailed(std::size_t index) const { return pLines[index].Failed; }
+    bool CutFailed(std::size_t index) const { return pLines[index].Count == 0; }
     [[noreturn]] void RethrowCutFailure(std::size_t index) const;
     // The statements of line `index`, and what their preparation
     // needs.
@@ -66,13 +66,13 @@ class MainFileLines {
         std::uint32_t First = 0;
         std::uint32_t Count = 0;
         std::size_t NextLineStart = 0;
-        bool Failed = false;
     };
 
     void Reserve(std::string_view text);
-    void Add(std::string_view line, bool stripParity, std::size_t nextLineStart,
-             const DispatchIndex& steps);
-    Prepared Prepare(const SourceStatement& statement, const DispatchIndex& steps);
+    // Scans a line into the kept statements and returns their number, or
+    // keeps the line's failure and returns 0.
+    std::size_t Cut(std::string_view line);
+    Prepared Prepare(std::string_view operation, const DispatchIndex& steps);
 
     // Stripped lines and lower-cased words that differ from the text: the
     // elements of a deque never move, so views into them stay valid.
