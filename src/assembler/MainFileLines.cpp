@@ -64,8 +64,7 @@ void MainFileLines::Load(SourceFile& file, bool stripParity, const DispatchIndex
         }
         const std::size_t first = pStatements.size();
         const std::size_t count = Cut(line);
-        pLines.push_back({static_cast<std::uint32_t>(first), static_cast<std::uint32_t>(count),
-                          file.Position()});
+        pLines.push_back({first, static_cast<std::uint32_t>(count), file.Position()});
         for (const SourceStatement& statement : std::span(pStatements).subspan(first, count))
             pPrepared.push_back(statement.Operation.empty() ? Prepared{{}, noWordSteps}
                                                             : Prepare(statement.Operation, steps));

@@ -63,7 +63,7 @@ class MainFileLines {
 
   private:
     struct LineRange {
-        std::uint32_t First = 0;
+        std::size_t First = 0;
         std::uint32_t Count = 0;
         std::size_t NextLineStart = 0;
     };
