@@ -326,7 +326,7 @@ void Assembly::ReadFromInclude() {
 }
 
 inline void Assembly::PrepareStatement(const SourceStatement& fields,
-                                const MainFileLines::Prepared* kept) {
+                                       const MainFileLines::Prepared* kept) {
     pStatement.ClearResults();
     PositionStatement();
     // Views of the line: the scanner's label and operation words hold no

@@ -143,6 +143,8 @@ class Assembly {
     void LeaveFinishedExpansions();
     // Reads the next line and cuts it into statements.
     void ReadNextLine();
+    // The next line of the main file, from the statements kept when it was
+    // opened.
     void TakeMainLine();
     // Lines of a macro library, an expansion or an include file: each fills
     // the line buffer and the line's position, and SplitLine cuts the buffer.
@@ -153,8 +155,8 @@ class Assembly {
     void SetLinePosition(const std::string& file, int line, std::string_view macro);
     void SetMainFilePosition();
     void PositionStatement();
-    // Fills the statement from its fields; `kept` is what an earlier pass
-    // kept of a main-file statement (nothing for other lines).
+    // Fills the statement from its fields; `kept` is what was kept of a
+    // main-file statement when the file was cut (nothing for other lines).
     void PrepareStatement(const SourceStatement& fields, const MainFileLines::Prepared* kept);
     std::string_view LowerCaseKeyword(std::string_view operation);
     [[noreturn]] static void FailTooManyOperands();
@@ -194,7 +196,7 @@ class Assembly {
     std::vector<ExpansionLevel> pExpansions;
 
     // The statements of the line under way: views into pLineText, or into
-    // the main file's lines kept from the first pass.
+    // the main file's lines kept when it was opened.
     std::string pLineText;
     ScannedLine pSplitLine;
     MainFileLines pMainLines;

@@ -45,8 +45,7 @@ class MainFileLines {
     // before it run first.
     bool CutFailed(std::size_t index) const { return pLines[index].Count == 0; }
     [[noreturn]] void RethrowCutFailure(std::size_t index) const;
-    // The statements of line `index`, and what their preparation
-    // needs.
+    // The statements of line `index`, and what their preparation needs.
     std::span<const SourceStatement> Statements(std::size_t index) const {
         const LineRange& range = pLines[index];
         return {pStatements.data() + range.First, range.Count};

@@ -23,7 +23,8 @@ class SourceFile {
     // Reads up to a carriage return or line feed (not included). After a
     // carriage return exactly one more character is consumed, whatever it
     // is: that is how CR LF pairs go, and it is deliberately not checked.
-    // The view stays valid as long as this file is open.
+    // The view stays valid as long as this file is open. Inline: the main
+    // file is cut in one loop over its lines.
     std::string_view ReadSourceLine() {
         const std::size_t start = pPos;
         const std::size_t size = pData.size();

@@ -23,7 +23,7 @@ struct Statement {
     std::string_view Comment;
     // The operands: views into the line too, or into text that the handler
     // under way keeps alive (a translated form). The list itself is the
-    // line's (kept from pass 1 for the main file), so a handler that changes
+    // line's (kept for all passes for the main file), so a handler that changes
     // the operands points it at a list of its own instead of writing to it.
     std::span<const std::string_view> OperandList;
     SourcePosition Where;
