@@ -14,10 +14,13 @@
 #include "output/RtfText.h"
 #include "symbols/clsSymbolTable.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,10 +30,12 @@ namespace trident::fuzz {
 // One physical line through the statement splitter, and every operand
 // field (and the line itself, as the macro processor hands substituted
 // text on) through both list splitters. Passing a limit is a RunFailure,
-// the one way out of the scanner.
+// the one way out of the scanner. The operands the line's walk found must
+// be those the field splitter finds.
 inline void ScanLine(std::string_view line) {
     std::vector<SourceStatement> statements;
     std::vector<std::string> arguments;
+    std::vector<std::string_view> lineOperands;
     std::vector<std::string_view> operands;
     const auto split = [&arguments, &operands](std::string_view field, bool macroArguments) {
         try {
@@ -43,12 +48,17 @@ inline void ScanLine(std::string_view line) {
         for (const std::string_view item : operands) LineScanner::TrimBlanks(item);
     };
     try {
-        LineScanner::SplitSourceLine(line, statements);
+        LineScanner::ScanLine(line, statements, lineOperands);
     } catch (const RunFailure&) {}
     for (const SourceStatement& statement : statements) {
         LineScanner::TabsToSpaces(statement.Label);
         LineScanner::LowerCase(statement.Operation);
         split(statement.Operands, false);
+        if (!statement.TooManyOperands &&
+            !std::ranges::equal(
+                operands,
+                std::span(lineOperands).subspan(statement.FirstOperand, statement.OperandCount)))
+            std::abort();
         split(statement.Operands, true);
     }
     split(line, true);

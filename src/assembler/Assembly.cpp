@@ -139,20 +139,21 @@ void Assembly::StartPass(std::int16_t pass, const std::filesystem::path& source)
     pListing.Text().KeepColours(pState.Options.ColourRuns);
     pOutputs.StartPass(pass == 0);
     pLineStatements = {};
+    pLineOperands = {};
     pLinePrepared = {};
     pNextStatement = 0;
     pLineFromMainFile = false;
-    // The parity option may have changed since the lines were kept.
-    if (pMainLines.StrippedParity() != pState.Options.StripParity) pMainLines.Clear();
-
     for (auto& handler : pHandlers) handler->StartPass(*this);
 
-    // The main file is read from disk once an assembly, and its lines are
-    // cut into statements once; every later pass reads it from the top.
+    // The main file is read from disk and its lines are cut into statements
+    // once an assembly; every later pass reads it from the top.
     if (pass == 1 || !pMainFile || pMainFile->Name() != source.string()) {
-        pMainLines.Clear();
         pMainFile = SourceFile::Open(source);
         if (!pMainFile) throw RunFailure("cannot read the source file " + source.string());
+        pMainLines.Load(*pMainFile, pState.Options.StripParity, pDispatchIndex);
+    } else if (pMainLines.StrippedParity() != pState.Options.StripParity) {
+        // The parity option changed since the lines were cut.
+        pMainLines.Load(*pMainFile, pState.Options.StripParity, pDispatchIndex);
     } else {
         pMainFile->Rewind();
     }
@@ -173,6 +174,7 @@ void Assembly::EndPass() {
 void Assembly::CloseMainFile() {
     pMainLines.Clear();
     pLineStatements = {};
+    pLineOperands = {};
     pLinePrepared = {};
     pMainFile.reset();
 }
@@ -196,7 +198,11 @@ void Assembly::RecomputeListThisLine() {
                                             : pState.CurrentPass == 0 && pState.ListingOn;
 }
 
-void Assembly::ProcessStatement() {
+// ProcessStatement, PrepareStatement and Dispatch run for every statement of
+// every pass and have one caller each, the statement loop of RunPass: made
+// inline, the loop no longer saves and restores its registers three times
+// a statement.
+inline void Assembly::ProcessStatement() {
     RecomputeListThisLine();
     pState.LineAddress = pState.LocationCounter;
     pSymbols->SetLocation(pState.LocationCounter);
@@ -235,27 +241,29 @@ void Assembly::PositionStatement() {
 }
 
 void Assembly::ReadNextLine() {
-    pLinePrepared = {};
-    if (!pExpansions.empty() || pState.MaclibOpen || !pIncludeFiles.empty()) {
-        pLineFromMainFile = false;
-        ReadOtherLine();
-        SplitLine();
+    if (pExpansions.empty() && !pState.MaclibOpen && pIncludeFiles.empty()) {
+        TakeMainLine();
         return;
     }
+    pLinePrepared = {};
+    pLineFromMainFile = false;
+    ReadOtherLine();
+    SplitLine();
+}
+
+// The main file's lines were cut when it was opened.
+void Assembly::TakeMainLine() {
     ++pState.LinesReadFromFile;
     const auto index = static_cast<std::size_t>(pMainFile->LineNumber());
-    if (pMainLines.Has(index)) {
-        pMainFile->SkipLine(pMainLines.NextLineStart(index));
-        SetMainFilePosition();
-        pLineStatements = pMainLines.Statements(index);
-        pLinePrepared = pMainLines.PreparedOf(index);
-        return;
-    }
-    const std::string_view line = pMainFile->ReadSourceLine();
+    pMainFile->SkipLine(pMainLines.NextLineStart(index));
     SetMainFilePosition();
-    // A line that fails to split names itself in the failure.
-    PositionStatement();
-    pLineStatements = pMainLines.Add(line, pState.Options.StripParity, pMainFile->Position());
+    if (pMainLines.CutFailed(index)) {
+        // The failure names the line.
+        PositionStatement();
+        pMainLines.RethrowCutFailure(index);
+    }
+    pLineStatements = pMainLines.Statements(index);
+    pLineOperands = pMainLines.Operands();
     pLinePrepared = pMainLines.PreparedOf(index);
 }
 
@@ -272,8 +280,9 @@ void Assembly::SetMainFilePosition() {
 void Assembly::SplitLine() {
     if (pState.Options.StripParity) LineScanner::StripParityBits(pLineText);
     PositionStatement();
-    LineScanner::SplitSourceLine(pLineText, pSplitStatements);
-    pLineStatements = pSplitStatements;
+    pSplitLine.Scan(pLineText);
+    pLineStatements = pSplitLine.Statements;
+    pLineOperands = pSplitLine.Operands;
 }
 
 void Assembly::ReadOtherLine() {
@@ -287,7 +296,7 @@ void Assembly::ReadOtherLine() {
             throw RunFailure("more than " + std::to_string(pState.Options.MaxExpandedLines) +
                              " lines of macro expansion in one pass");
         }
-        pLineText = MacroText::SubstituteLine(level.NextLine(), level.Parameters);
+        MacroText::SubstituteLine(level.NextLine(), level.Parameters, pSplitLine, pLineText);
         return;
     }
     ReadFromInclude();
@@ -320,8 +329,9 @@ void Assembly::ReadFromInclude() {
     SetLinePosition(file.Name(), file.LineNumber(), {});
 }
 
-void Assembly::PrepareStatement(const SourceStatement& fields, MainFileLines::Prepared* kept) {
-    pStatement.Reset();
+inline void Assembly::PrepareStatement(const SourceStatement& fields,
+                                       const MainFileLines::Prepared* kept) {
+    pStatement.ClearResults();
     PositionStatement();
     // Views of the line: the scanner's label and operation words hold no
     // blanks, so they are listed as they stand.
@@ -329,20 +339,20 @@ void Assembly::PrepareStatement(const SourceStatement& fields, MainFileLines::Pr
     pStatement.Operation = fields.Operation;
     pStatement.Operands = fields.Operands;
     pStatement.Comment = fields.Comment;
-    if (kept && kept->Ready) {
+    if (fields.TooManyOperands) FailTooManyOperands();
+    pStatement.OperandList = {pLineOperands.data() + fields.FirstOperand, fields.OperandCount};
+    if (kept) {
         pStatement.Keyword = kept->Keyword;
-        SetOperandList(pMainLines.Operands(*kept));
         pStatementSteps = kept->Steps;
         return;
     }
     pStatement.Keyword = LowerCaseKeyword(fields.Operation);
-    pOperandViews.clear();
-    if (!fields.Operands.empty()) LineScanner::SplitOperands(fields.Operands, pOperandViews);
-    SetOperandList(pOperandViews);
     pStatementSteps = pDispatchIndex.StepsFor(pStatement.Keyword);
-    if (kept)
-        pMainLines.Keep(*kept, fields.Operation, pStatement.Keyword, pOperandViews,
-                        pStatementSteps);
+}
+
+void Assembly::FailTooManyOperands() {
+    throw RunFailure("more than " + std::to_string(LineScanner::MaxOperands) +
+                     " operands in one statement");
 }
 
 // Most operation words are written in lower case and serve as they stand.
@@ -355,11 +365,7 @@ std::string_view Assembly::LowerCaseKeyword(std::string_view operation) {
     return pKeywordText;
 }
 
-void Assembly::SetOperandList(std::span<const std::string_view> operands) {
-    pStatement.OperandList.assign(operands.begin(), operands.end());
-}
-
-void Assembly::Dispatch(Statement& statement) {
+inline void Assembly::Dispatch(Statement& statement) {
     const bool skipping = pState.Skipping;
     bool accepted = false;
     DispatchIndex::StepSet steps = pStatementSteps;

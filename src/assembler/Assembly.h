@@ -7,6 +7,7 @@
 #include "assembler/ListingReports.h"
 #include "assembler/MainFileLines.h"
 #include "assembler/RunState.h"
+#include "assembler/ScannedLine.h"
 #include "assembler/Signedness.h"
 #include "assembler/SourceFile.h"
 #include "assembler/SourcePlace.h"
@@ -144,6 +145,9 @@ class Assembly {
     void LeaveFinishedExpansions();
     // Reads the next line and cuts it into statements.
     void ReadNextLine();
+    // The next line of the main file, from the statements kept when it was
+    // opened.
+    void TakeMainLine();
     // Lines of a macro library, an expansion or an include file: each fills
     // the line buffer and the line's position, and SplitLine cuts the buffer.
     void ReadOtherLine();
@@ -153,11 +157,11 @@ class Assembly {
     void SetLinePosition(const std::string& file, int line, std::string_view macro);
     void SetMainFilePosition();
     void PositionStatement();
-    // Fills the statement from its fields; `kept` is what an earlier pass
-    // kept of a main-file statement (nothing for other lines).
-    void PrepareStatement(const SourceStatement& fields, MainFileLines::Prepared* kept);
-    void SetOperandList(std::span<const std::string_view> operands);
+    // Fills the statement from its fields; `kept` is what was kept of a
+    // main-file statement when the file was cut (nothing for other lines).
+    void PrepareStatement(const SourceStatement& fields, const MainFileLines::Prepared* kept);
     std::string_view LowerCaseKeyword(std::string_view operation);
+    [[noreturn]] static void FailTooManyOperands();
     void Dispatch(Statement& statement);
     void RecomputeListThisLine();
     // Turns the evaluator's recorded faults into diagnostics.
@@ -218,15 +222,16 @@ class Assembly {
     std::vector<ExpansionLevel> pExpansions;
 
     // The statements of the line under way: views into pLineText, or into
-    // the main file's lines kept from the first pass.
+    // the main file's lines kept when it was opened.
     std::string pLineText;
-    std::vector<SourceStatement> pSplitStatements;
+    ScannedLine pSplitLine;
     MainFileLines pMainLines;
     std::span<const SourceStatement> pLineStatements;
+    // The operand list that the statements' FirstOperand counts in.
+    std::span<const std::string_view> pLineOperands;
     // Parallel to pLineStatements for a main-file line, empty otherwise.
     std::span<MainFileLines::Prepared> pLinePrepared;
     std::size_t pNextStatement = 0;
-    std::vector<std::string_view> pOperandViews;
     // The lower-cased operation word of a statement not kept from pass 1.
     std::string pKeywordText;
     DispatchIndex::StepSet pStatementSteps = 0;

@@ -30,12 +30,33 @@ class DispatchIndex {
     StepSet ForEmptyOperations() const { return pForEmptyOperations; }
 
   private:
+    // Operation words are short: one of up to PackedLength characters is
+    // looked up as one number, its bytes below its length, in a table of
+    // open addresses; longer words go through a hash map.
+    static constexpr std::size_t PackedLength = 7;
+    static std::uint64_t Packed(std::string_view word);
+    std::size_t FirstSlot(std::uint64_t key) const;
+    void AddWord(std::string_view word, StepSet step);
+    StepSet ListedSteps(std::uint64_t key) const;
+    StepSet LongWordSteps(std::string_view word) const;
+
+    struct Slot {
+        std::uint64_t Key = 0; // 0: empty (a packed word has a length)
+        StepSet Steps = 0;
+    };
     StepSet pUnlisted = 0;
     StepSet pWhileSkipping = 0;
     StepSet pForEmptyOperations = 0;
-    std::unordered_map<std::string_view, StepSet, TextHash> pListedSteps;
+    std::vector<Slot> pSlots;
+    std::size_t pSlotMask = 0;
+    unsigned pSlotShift = 64;
+    std::unordered_map<std::string_view, StepSet, TextHash> pLongWords;
+    // A word begins with a prefix when the bits of its packed form under
+    // Mask are those of the prefix.
     struct PrefixSteps {
         std::string_view Prefix;
+        std::uint64_t Mask = 0;
+        std::uint64_t Bits = 0;
         StepSet Steps = 0;
     };
     std::vector<PrefixSteps> pPrefixedSteps;

@@ -3,6 +3,9 @@
 #include "assembler/RunFailure.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstring>
 
 namespace trident::LineScanner {
 namespace {
@@ -54,23 +57,11 @@ class Cursor {
     explicit Cursor(std::string_view text) : pText(text) {}
 
     bool AtEnd() const { return pPos >= pText.size(); }
-    char Peek() const { return AtEnd() ? '\0' : pText[pPos]; }
     bool At(char c) const { return !AtEnd() && pText[pPos] == c; }
     void Advance() { ++pPos; }
 
-    // Skips blanks, never past a statement separator; true if any was skipped.
-    bool SkipBlanks() {
-        const std::size_t start = pPos;
+    void SkipBlanks() {
         while (!AtEnd() && IsBlank(pText[pPos])) ++pPos;
-        return pPos != start;
-    }
-
-    // Up to the next `stop` character or the end, found with one search:
-    // comments make up much of a program's text.
-    std::string_view TakeUntilChar(char stop) {
-        const std::size_t start = pPos;
-        pPos = std::min(pText.find(stop, start), pText.size());
-        return pText.substr(start, pPos - start);
     }
 
     template <typename Stop> std::string_view TakeUntil(Stop stop) {
@@ -84,54 +75,158 @@ class Cursor {
     std::size_t pPos = 0;
 };
 
-std::string_view TakeOperandField(Cursor& cursor) {
-    QuoteState quotes;
-    return cursor.TakeUntil([&quotes](char c) {
-        if (!quotes.InQuotes() && (c == CommentStarter || c == StatementSeparator)) return true;
-        quotes.Feed(c);
-        return false;
-    });
+// What the line walk needs to know of a character, as bits.
+enum CharClass : std::uint8_t {
+    BlankChar = 1,     // separates fields
+    EndsLabel = 2,     // ends the first word: blank, ":", ";" or "!"
+    EndsOperation = 4, // ends the operation after a label: blank, ";" or "!"
+    FieldMark = 8,     // stops the walk over an operand field outside quotes
+    Junk = 16,         // trimmed from the end of a field or an operand
+};
+
+constexpr std::array<std::uint8_t, 256> CharClasses() {
+    std::array<std::uint8_t, 256> classes{};
+    const auto mark = [&classes](std::string_view chars, int bits) {
+        for (const char c : chars)
+            classes[static_cast<unsigned char>(c)] |= static_cast<std::uint8_t>(bits);
+    };
+    mark(" \t", BlankChar | EndsLabel | EndsOperation | Junk);
+    mark("\r\n", Junk);
+    mark(":", EndsLabel);
+    mark(";!", EndsLabel | EndsOperation | FieldMark);
+    mark(",\"'", FieldMark);
+    return classes;
 }
 
-// Scans one statement starting at the cursor; leaves the cursor on the
-// separator that ends it (or at the end of the line).
-SourceStatement ScanStatement(Cursor& cursor) {
-    SourceStatement statement;
-    auto takeComment = [&] { statement.Comment = cursor.TakeUntilChar(StatementSeparator); };
-    if (cursor.At('*')) {
-        takeComment();
-        return statement;
-    }
-    const bool indented = cursor.SkipBlanks();
-    if (cursor.At(CommentStarter)) {
-        takeComment();
-        return statement;
-    }
-    const std::string_view token = cursor.TakeUntil([](char c) {
-        return IsBlank(c) || c == ':' || c == CommentStarter || c == StatementSeparator;
-    });
-    const bool colon = cursor.At(':');
-    if (colon) cursor.Advance();
-    if (colon || !indented) {
-        statement.Label = token;
-        cursor.SkipBlanks();
-        if (cursor.At(CommentStarter)) {
-            takeComment();
-            return statement;
-        }
-        statement.Operation = cursor.TakeUntil(
-            [](char c) { return IsBlank(c) || c == CommentStarter || c == StatementSeparator; });
-    } else {
-        statement.Operation = token;
-    }
-    cursor.SkipBlanks();
-    if (!cursor.At(CommentStarter)) {
-        statement.Operands = TrimTrailing(TakeOperandField(cursor));
-        cursor.SkipBlanks();
-    }
-    if (cursor.At(CommentStarter)) takeComment();
-    return statement;
+constexpr std::array<std::uint8_t, 256> Classes = CharClasses();
+
+bool Is(char c, int bits) {
+    return (Classes[static_cast<unsigned char>(c)] & bits) != 0;
 }
+
+// One walk over a line: each statement's fields and the operands of its
+// field are found together, the operands appended to the line's list.
+class LineWalker {
+  public:
+    LineWalker(std::string_view line, std::vector<std::string_view>& operands)
+        : pPos(line.data()), pEnd(line.data() + line.size()), pOperands(operands) {}
+
+    bool AtEnd() const { return pPos >= pEnd; }
+    // Past the "!" that ended a statement (or past the end).
+    void Advance() { ++pPos; }
+
+    // Scans one statement; leaves the walk on the separator that ends it
+    // (or at the end of the line).
+    void Statement(SourceStatement& statement) {
+        if (At('*')) return Comment(statement);
+        const bool indented = SkipBlanks();
+        if (At(CommentStarter)) return Comment(statement);
+        const std::string_view token = TakeUntil(EndsLabel);
+        const bool colon = At(':');
+        if (colon) ++pPos;
+        if (colon || !indented) {
+            statement.Label = token;
+            SkipBlanks();
+            if (At(CommentStarter)) return Comment(statement);
+            statement.Operation = TakeUntil(EndsOperation);
+        } else {
+            statement.Operation = token;
+        }
+        SkipBlanks();
+        if (!At(CommentStarter)) {
+            OperandField(statement);
+            SkipBlanks();
+        }
+        if (At(CommentStarter)) Comment(statement);
+    }
+
+  private:
+    bool At(char c) const { return pPos < pEnd && *pPos == c; }
+
+    // True if any blank was skipped.
+    bool SkipBlanks() {
+        const char* const start = pPos;
+        while (pPos < pEnd && Is(*pPos, BlankChar)) ++pPos;
+        return pPos != start;
+    }
+
+    std::string_view TakeUntil(int stops) {
+        const char* const start = pPos;
+        while (pPos < pEnd && !Is(*pPos, stops)) ++pPos;
+        return View(start, pPos);
+    }
+
+    // Up to the next statement separator, found with one search: comments
+    // make up much of a program's text.
+    void Comment(SourceStatement& statement) {
+        const char* const start = pPos;
+        const void* separator =
+            std::memchr(start, StatementSeparator, static_cast<std::size_t>(pEnd - start));
+        pPos = separator ? static_cast<const char*>(separator) : pEnd;
+        statement.Comment = View(start, pPos);
+    }
+
+    // The field runs to a ";" or "!" outside quotes. Its operands are the
+    // stretches between commas outside quotes, without surrounding blanks;
+    // a stretch before a comma counts even when empty, the stretch after
+    // the last comma only when it holds something.
+    void OperandField(SourceStatement& statement) {
+        const char* const start = pPos;
+        statement.FirstOperand = static_cast<std::uint32_t>(pOperands.size());
+        const char* item = start;
+        while (true) {
+            while (pPos < pEnd && !Is(*pPos, FieldMark)) ++pPos;
+            if (pPos >= pEnd) break;
+            const char c = *pPos;
+            if (c == CommentStarter || c == StatementSeparator) break;
+            ++pPos;
+            if (c == ',') {
+                AddOperand(statement, item, pPos - 1);
+                item = pPos;
+            } else {
+                SkipQuoted(c);
+            }
+        }
+        const char* end = pPos;
+        while (end > start && Is(end[-1], Junk)) --end;
+        statement.Operands = View(start, end);
+        if (item < end) AddOperand(statement, item, end);
+    }
+
+    // Past the closing quote, or to the end of the line. Only an odd run of
+    // backslashes escapes the quote that follows it, and only inside quotes
+    // of the same kind.
+    void SkipQuoted(char quote) {
+        bool escape = false;
+        for (; pPos < pEnd; ++pPos) {
+            const char c = *pPos;
+            if (c == quote && !escape) {
+                ++pPos;
+                return;
+            }
+            escape = c == '\\' && !escape;
+        }
+    }
+
+    void AddOperand(SourceStatement& statement, const char* begin, const char* end) {
+        while (begin < end && Is(*begin, BlankChar)) ++begin;
+        while (end > begin && Is(end[-1], Junk)) --end;
+        if (statement.OperandCount == MaxOperands) {
+            statement.TooManyOperands = true;
+            return;
+        }
+        pOperands.push_back(View(begin, end));
+        ++statement.OperandCount;
+    }
+
+    static std::string_view View(const char* begin, const char* end) {
+        return std::string_view(begin, static_cast<std::size_t>(end - begin));
+    }
+
+    const char* pPos;
+    const char* const pEnd;
+    std::vector<std::string_view>& pOperands;
+};
 
 // Items are strings (refilled in place, keeping their storage from one
 // statement to the next) or views into the field.
@@ -175,17 +270,19 @@ int SplitList(std::string_view field, std::vector<Item>& items, bool protectBrac
 
 } // namespace
 
-int SplitSourceLine(std::string_view line, std::vector<SourceStatement>& statements) {
-    statements.clear();
-    Cursor cursor(line);
+int ScanLine(std::string_view line, std::vector<SourceStatement>& statements,
+             std::vector<std::string_view>& operands) {
+    LineWalker walker(line, operands);
+    int count = 0;
     do {
-        if (statements.size() >= static_cast<std::size_t>(MaxStatements))
+        if (count == MaxStatements)
             throw RunFailure("more than " + std::to_string(MaxStatements) +
                              " statements on one line");
-        statements.push_back(ScanStatement(cursor));
-        cursor.Advance(); // the "!" that ended the statement
-    } while (!cursor.AtEnd());
-    return static_cast<int>(statements.size());
+        walker.Statement(statements.emplace_back());
+        ++count;
+        walker.Advance(); // the "!" that ended the statement
+    } while (!walker.AtEnd());
+    return count;
 }
 
 int SplitOperands(std::string_view field, std::vector<std::string_view>& operands) {

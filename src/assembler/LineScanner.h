@@ -15,10 +15,14 @@ namespace LineScanner {
 inline constexpr int MaxStatements = 32;
 inline constexpr int MaxOperands = 128;
 
-// Splits one physical line into statements separated by "!"; fills
-// `statements` (cleared first) and returns their number. More than
-// MaxStatements throws RunFailure.
-int SplitSourceLine(std::string_view line, std::vector<SourceStatement>& statements);
+// Splits one physical line into statements separated by "!", and the
+// operand field of each into operands, in one walk. Appends the statements
+// to `statements` and their operands to `operands` (a statement's
+// FirstOperand counts from the start of `operands`) and returns the number
+// of statements. Views point into the line. More than MaxStatements throws
+// RunFailure; more than MaxOperands marks the statement (TooManyOperands).
+int ScanLine(std::string_view line, std::vector<SourceStatement>& statements,
+             std::vector<std::string_view>& operands);
 
 // Splits an operand field on commas outside quotes; fills `operands`
 // (cleared first) and returns their number. More than MaxOperands throws

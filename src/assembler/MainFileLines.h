@@ -1,67 +1,77 @@
 #pragma once
 
 #include "assembler/DispatchIndex.h"
+#include "assembler/SourceFile.h"
 #include "assembler/SourceStatement.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <exception>
 #include <span>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace trident {
 
-// The statements of the main file's lines as the first pass cut them. Every
-// pass reads the main file from its first line, and the text does not change
-// during an assembly, so later passes take a line's statements from here
-// instead of scanning the line again, and a statement's operand list, its
-// lower-case operation word and its dispatch steps are worked out once.
+// The statements of the main file's lines, all cut when the file is opened.
+// Every pass reads the main file from its first line, and the text does not
+// change during an assembly, so the passes take a line's statements from
+// here instead of scanning the line. A statement's operands, its
+// lower-case operation word and its dispatch steps are worked out once, too.
 class MainFileLines {
   public:
-    // What preparing a statement found, kept from its first preparation.
+    // What preparing a statement needs besides its fields, one for every
+    // kept statement.
     struct Prepared {
-        bool Ready = false;
         std::string_view Keyword;
-        std::uint32_t FirstOperand = 0;
-        std::uint32_t OperandCount = 0;
         DispatchIndex::StepSet Steps = 0;
     };
 
+    // Cuts every line of `file` (which is left at its first line), prepared
+    // for the dispatch `steps`. The kept statements are views into the
+    // file's text, which must outlive them; with parity stripping, into
+    // stripped copies of the lines.
+    void Load(SourceFile& file, bool stripParity, const DispatchIndex& steps);
     void Clear();
     // Whether the kept lines had their parity bits stripped.
     bool StrippedParity() const { return pStrippedParity; }
 
-    bool Has(std::size_t index) const { return index < pLines.size(); }
-    // The statements of line `index` (from 0), which Has, and what their
-    // preparation kept.
-    std::span<const SourceStatement> Statements(std::size_t index) const;
-    std::span<Prepared> PreparedOf(std::size_t index);
+    // Whether line `index` (from 0) could not be cut (too many
+    // statements), and the RunFailure that says so. The failure is thrown
+    // when the line is reached, not when it is cut, so that the statements
+    // before it run first.
+    bool CutFailed(std::size_t index) const { return pLines[index].Count == 0; }
+    [[noreturn]] void RethrowCutFailure(std::size_t index) const;
+    // The statements of line `index`, and what their preparation needs.
+    std::span<const SourceStatement> Statements(std::size_t index) const {
+        const LineRange& range = pLines[index];
+        return {pStatements.data() + range.First, range.Count};
+    }
+    std::span<Prepared> PreparedOf(std::size_t index) {
+        const LineRange& range = pLines[index];
+        return {pPrepared.data() + range.First, range.Count};
+    }
+    // The operands of every kept statement; a statement's FirstOperand
+    // counts from the start.
+    std::span<const std::string_view> Operands() const { return pOperands; }
     // Where the line after line `index` starts in the file's text.
     std::size_t NextLineStart(std::size_t index) const { return pLines[index].NextLineStart; }
-
-    // Keeps the next line (index == count so far) and returns its
-    // statements. The line is a view into the main file's text, which must
-    // outlive the kept lines; with parity stripping the stripped copy is
-    // kept instead. Throws RunFailure, keeping nothing, when the line holds
-    // too many statements.
-    std::span<const SourceStatement> Add(std::string_view line, bool stripParity,
-                                         std::size_t nextLineStart);
-
-    // Keeps the preparation of a statement of a kept line: its operation
-    // word in lower case (`keyword`, which may be a temporary) and its
-    // operands (views into the line).
-    void Keep(Prepared& prepared, std::string_view operation, std::string_view keyword,
-              std::span<const std::string_view> operands, DispatchIndex::StepSet steps);
-    std::span<const std::string_view> Operands(const Prepared& prepared) const;
 
   private:
     struct LineRange {
         std::size_t First = 0;
-        std::size_t Count = 0;
+        std::uint32_t Count = 0;
         std::size_t NextLineStart = 0;
     };
+
+    void Reserve(std::string_view text);
+    // Scans a line into the kept statements and returns their number, or
+    // keeps the line's failure and returns 0.
+    std::size_t Cut(std::string_view line);
+    Prepared Prepare(std::string_view operation, const DispatchIndex& steps);
 
     // Stripped lines and lower-cased words that differ from the text: the
     // elements of a deque never move, so views into them stay valid.
@@ -70,7 +80,8 @@ class MainFileLines {
     std::vector<Prepared> pPrepared;
     std::vector<std::string_view> pOperands;
     std::vector<LineRange> pLines;
-    std::vector<SourceStatement> pScratch;
+    // Why the lines that failed to be cut failed, by line.
+    std::unordered_map<std::size_t, std::exception_ptr> pFailures;
     bool pStrippedParity = false;
 };
 

@@ -27,24 +27,10 @@ SourceFile SourceFile::FromText(std::string name, std::string text) {
     return SourceFile(std::move(name), std::move(text));
 }
 
-std::string_view SourceFile::ReadSourceLine() {
-    const std::size_t start = pPos;
-    // The line ends at the first CR or LF, whichever comes first.
-    const char* begin = pData.data() + start;
-    std::size_t length = pData.size() - start;
-    if (const void* lf = std::memchr(begin, '\n', length))
-        length = static_cast<std::size_t>(static_cast<const char*>(lf) - begin);
-    if (const void* cr = std::memchr(begin, '\r', length))
-        length = static_cast<std::size_t>(static_cast<const char*>(cr) - begin);
-    pPos = start + length;
-    const std::string_view line = std::string_view(pData).substr(start, pPos - start);
-    if (pPos < pData.size()) {
-        const bool carriageReturn = pData[pPos] == '\r';
-        ++pPos;
-        if (carriageReturn && pPos < pData.size()) ++pPos;
-    }
-    ++pLine;
-    return line;
+std::size_t SourceFile::NextReturn(std::size_t from) const {
+    const void* found = std::memchr(pData.data() + from, '\r', pData.size() - from);
+    return found ? static_cast<std::size_t>(static_cast<const char*>(found) - pData.data())
+                 : pData.size();
 }
 
 } // namespace trident

@@ -3,9 +3,9 @@
 #include "assembler/LineCategory.h"
 #include "assembler/SourcePosition.h"
 
+#include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace trident {
 
@@ -22,8 +22,10 @@ struct Statement {
     std::string_view Operands;
     std::string_view Comment;
     // The operands: views into the line too, or into text that the handler
-    // under way keeps alive (a translated form).
-    std::vector<std::string_view> OperandList;
+    // under way keeps alive (a translated form). The list itself is the
+    // line's (kept for all passes for the main file), so a handler that changes
+    // the operands points it at a list of its own instead of writing to it.
+    std::span<const std::string_view> OperandList;
     SourcePosition Where;
 
     LineCategory Category = LineCategory::None;
@@ -41,16 +43,10 @@ struct Statement {
     bool Z180Row = false;
     bool IndexUsed = false;
 
-    // Ready for the next statement; the owned texts and the operand list
-    // keep their storage, since a statement is prepared for every line of
-    // every pass.
-    void Reset() {
-        Label = {};
-        Operation = {};
-        Keyword = {};
-        Operands = {};
-        Comment = {};
-        OperandList.clear();
+    // Clears what executing the previous statement left; preparing the
+    // next one sets every field. The owned texts keep their storage, since
+    // a statement is prepared for every line of every pass.
+    void ClearResults() {
         Category = LineCategory::None;
         BytesText.clear();
         ValueText.clear();

@@ -75,10 +75,11 @@ void ZilogHandler::Encode(Assembly& run, Statement& statement) {
     // The translated fields live in `form` and `joined` while the 8080-style
     // statement is encoded.
     const std::string joined = Joined(form->Operands);
+    const std::vector<std::string_view> operands(form->Operands.begin(), form->Operands.end());
     Statement intel = statement;
     intel.Operation = form->Mnemonic;
     intel.Keyword = form->Mnemonic;
-    intel.OperandList.assign(form->Operands.begin(), form->Operands.end());
+    intel.OperandList = operands;
     intel.Operands = joined;
     if (!InstructionHandler::EncodeInstruction(run, intel)) {
         // A table without the row: as the 8080-style statement would fare.
@@ -88,7 +89,7 @@ void ZilogHandler::Encode(Assembly& run, Statement& statement) {
     }
     intel.Operation = statement.Operation;
     intel.Keyword = std::move(statement.Keyword);
-    intel.OperandList = std::move(statement.OperandList);
+    intel.OperandList = statement.OperandList;
     intel.Operands = statement.Operands;
     statement = std::move(intel);
 }
@@ -97,7 +98,7 @@ void ZilogHandler::Encode(Assembly& run, Statement& statement) {
 // comment after ex af,af' lands in the operands; it is put back here.
 void ZilogHandler::SeparateAlternateAfComment(Statement& statement) {
     if (statement.Keyword != "ex" || statement.OperandCount() != 2) return;
-    std::string_view& last = statement.OperandList.back();
+    const std::string_view last = statement.OperandList.back();
     if (LineScanner::LowerCase(std::string_view(last).substr(0, AlternateAf.size())) != AlternateAf)
         return;
     const std::string rest =
@@ -106,7 +107,10 @@ void ZilogHandler::SeparateAlternateAfComment(Statement& statement) {
     // The comment is the end of the operand field, which ends with `last`.
     statement.Comment = statement.Operands.substr(statement.Operands.size() - rest.size());
     statement.Operands.remove_suffix(last.size() - AlternateAf.size());
-    last = last.substr(0, AlternateAf.size());
+    // The kept operands stay as cut: the next pass separates them again.
+    pOperands.assign(statement.OperandList.begin(), statement.OperandList.end());
+    pOperands.back() = last.substr(0, AlternateAf.size());
+    statement.OperandList = pOperands;
 }
 
 } // namespace trident

@@ -2,6 +2,9 @@
 
 #include "assembler/StatementHandler.h"
 
+#include <string_view>
+#include <vector>
+
 namespace trident {
 
 // The statement step of the Zilog notation: the .zilog and .intel
@@ -15,8 +18,12 @@ class ZilogHandler : public StatementHandler {
 
   private:
     static bool SwitchNotation(Assembly& run, Statement& statement);
-    static void Encode(Assembly& run, Statement& statement);
-    static void SeparateAlternateAfComment(Statement& statement);
+    void Encode(Assembly& run, Statement& statement);
+    void SeparateAlternateAfComment(Statement& statement);
+
+    // The operands of the statement under way when they differ from those
+    // its line was cut into.
+    std::vector<std::string_view> pOperands;
 };
 
 } // namespace trident

@@ -1,6 +1,7 @@
 #include "macros/MacroText.h"
 
 #include "assembler/LineScanner.h"
+#include "assembler/RunFailure.h"
 #include "assembler/SourceStatement.h"
 
 #include <array>
@@ -90,14 +91,13 @@ std::string SubstituteParameters(std::string_view text, const ParameterMap& para
 }
 
 // As ComposeLine on the substituted fields, composed in one buffer.
-std::string SubstituteLine(std::string_view line, const ParameterMap& parameters) {
-    std::vector<SourceStatement> statements;
-    LineScanner::SplitSourceLine(line, statements);
-    std::vector<std::string_view> operands;
-    std::string result;
+void SubstituteLine(std::string_view line, const ParameterMap& parameters, ScannedLine& scratch,
+                    std::string& result) {
+    scratch.Scan(line);
+    result.clear();
     result.reserve(line.size() + 16);
-    for (std::size_t i = 0; i < statements.size(); ++i) {
-        const SourceStatement& statement = statements[i];
+    for (std::size_t i = 0; i < scratch.Statements.size(); ++i) {
+        const SourceStatement& statement = scratch.Statements[i];
         if (i > 0) result += '!';
         const std::size_t lineStart = result.size();
         AppendSubstituted(result, statement.Label, parameters);
@@ -106,7 +106,10 @@ std::string SubstituteLine(std::string_view line, const ParameterMap& parameters
         const std::size_t operationStart = result.size();
         AppendSubstituted(result, statement.Operation, parameters);
         const bool noOperation = result.size() == operationStart;
-        LineScanner::SplitOperands(statement.Operands, operands);
+        if (statement.TooManyOperands)
+            throw RunFailure("more than " + std::to_string(LineScanner::MaxOperands) +
+                             " operands in one statement");
+        const std::span<const std::string_view> operands = scratch.OperandsOf(statement);
         if (noLabel && noOperation && operands.empty()) {
             result.resize(lineStart);
             result += statement.Comment;
@@ -119,7 +122,6 @@ std::string SubstituteLine(std::string_view line, const ParameterMap& parameters
         }
         if (!statement.Comment.empty()) result.append("\t").append(statement.Comment);
     }
-    return result;
 }
 
 } // namespace trident::MacroText

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "assembler/ScannedLine.h"
 #include "macros/ParameterMap.h"
 
 #include <span>
@@ -25,9 +26,11 @@ std::string ComposeLine(std::string_view label, std::string_view operation,
 std::string SubstituteParameters(std::string_view text, const ParameterMap& parameters);
 
 // A line replayed from an expansion: split into statements, label,
-// operation and every operand substituted, and composed again. The comment
-// is kept as written.
-std::string SubstituteLine(std::string_view line, const ParameterMap& parameters);
+// operation and every operand substituted, and composed again into
+// `result`. The comment is kept as written. `scratch` holds the line's
+// statements while it is composed.
+void SubstituteLine(std::string_view line, const ParameterMap& parameters, ScannedLine& scratch,
+                    std::string& result);
 
 } // namespace MacroText
 } // namespace trident

@@ -38,5 +38,32 @@ TEST(DispatchIndex, APrefixCoversAFamilyOfWords) {
     for (const auto& [word, expected] : cases) EXPECT_EQ(index.StepsFor(word), expected) << word;
 }
 
+// Short words are compared as packed numbers, long ones as text: words
+// that share their beginning or differ only in length stay apart.
+TEST(DispatchIndex, WordsOfEveryLengthStayApart) {
+    std::vector<std::unique_ptr<StatementHandler>> steps;
+    steps.push_back(std::make_unique<ListedStep>(std::vector<std::string_view>{}));
+    steps.push_back(std::make_unique<ListedStep>(
+        std::vector<std::string_view>{"d", "db", "include", "includes", "includesall"}));
+    steps.push_back(std::make_unique<ListedStep>(std::vector<std::string_view>{"dbx"},
+                                                 std::vector<std::string_view>{"includes", "x"}));
+    const DispatchIndex index(steps);
+    const std::pair<std::string_view, DispatchIndex::StepSet> cases[] = {
+        {"d", 0b011},
+        {"db", 0b011},
+        {"dbx", 0b101},
+        {"dby", 0b001},
+        {"incl", 0b001},
+        {"include", 0b011},
+        {"includes", 0b111},
+        {"includesa", 0b101},
+        {"includesall", 0b111},
+        {"includ", 0b001},
+        {"x", 0b101},
+        {"xylophone", 0b101},
+        {std::string_view("d\0", 2), 0b001}};
+    for (const auto& [word, expected] : cases) EXPECT_EQ(index.StepsFor(word), expected) << word;
+}
+
 } // namespace
 } // namespace trident

@@ -2,13 +2,14 @@
 #include "assembler/RunFailure.h"
 
 #include <gtest/gtest.h>
+#include <span>
 
 namespace trident {
 namespace {
 
 using Texts = std::vector<std::string>;
 
-TEST(LineScanner, SplitSourceLineCutsStatementsAndFields) {
+TEST(LineScanner, ScanLineCutsStatementsFieldsAndOperands) {
     // Each statement as label, operation, operands, comment.
     // clang-format off
     const std::pair<const char*, std::vector<SourceStatement>> cases[] = {
@@ -32,11 +33,14 @@ TEST(LineScanner, SplitSourceLineCutsStatementsAndFields) {
         {" mac <a;b>", {{"", "mac", "<a", ";b>"}}},
         {" nop!", {{"", "nop", "", ""}}},
         {" db 'it''s!'", {{"", "db", "'it''s!'", ""}}},
-        {" ld a,b  \r", {{"", "ld", "a,b", ""}}}};
+        {" ld a,b  \r", {{"", "ld", "a,b", ""}}},
+        {" db 1, ,'a,b' ,\"x\\\",y\" , ;c", {{"", "db", "1, ,'a,b' ,\"x\\\",y\" ,", ";c"}}}};
     // clang-format on
     for (const auto& [line, expected] : cases) {
         std::vector<SourceStatement> statements;
-        ASSERT_EQ(LineScanner::SplitSourceLine(line, statements), static_cast<int>(expected.size()))
+        std::vector<std::string_view> operands;
+        ASSERT_EQ(LineScanner::ScanLine(line, statements, operands),
+                  static_cast<int>(expected.size()))
             << line;
         for (std::size_t i = 0; i < expected.size(); ++i) {
             SCOPED_TRACE(std::string(line) + " statement " + std::to_string(i));
@@ -44,6 +48,12 @@ TEST(LineScanner, SplitSourceLineCutsStatementsAndFields) {
             EXPECT_EQ(statements[i].Operation, expected[i].Operation);
             EXPECT_EQ(statements[i].Operands, expected[i].Operands);
             EXPECT_EQ(statements[i].Comment, expected[i].Comment);
+            // The walk over the line splits each field as the field splitter does.
+            std::vector<std::string_view> split;
+            LineScanner::SplitOperands(statements[i].Operands, split);
+            const auto walked =
+                std::span(operands).subspan(statements[i].FirstOperand, statements[i].OperandCount);
+            EXPECT_EQ(Texts(walked.begin(), walked.end()), Texts(split.begin(), split.end()));
         }
     }
 }
@@ -81,8 +91,16 @@ TEST(LineScanner, LimitsAreThirtyTwoStatementsAndHundredTwentyEightOperands) {
     std::vector<SourceStatement> statements;
     std::vector<std::string_view> operands;
     Texts arguments;
-    EXPECT_EQ(LineScanner::SplitSourceLine(line, statements), 32);
-    EXPECT_THROW(LineScanner::SplitSourceLine(line + "!nop", statements), RunFailure);
+    EXPECT_EQ(LineScanner::ScanLine(line, statements, operands), 32);
+    EXPECT_THROW(LineScanner::ScanLine(line + "!nop", statements, operands), RunFailure);
+    // A line's walk marks the statement instead: those before it still run.
+    const std::string fields = " db " + field + "! db " + field + ",0! nop";
+    statements.clear();
+    operands.clear();
+    ASSERT_EQ(LineScanner::ScanLine(fields, statements, operands), 3);
+    EXPECT_FALSE(statements[0].TooManyOperands);
+    EXPECT_TRUE(statements[1].TooManyOperands);
+    EXPECT_EQ(statements[2].Operation, "nop");
     EXPECT_EQ(LineScanner::SplitOperands(field, operands), 128);
     EXPECT_THROW(LineScanner::SplitOperands(field + ",0", operands), RunFailure);
     EXPECT_EQ(LineScanner::SplitOperands(field + ",", operands), 128)

@@ -41,8 +41,11 @@ TEST(MacroText, SubstituteLineSubstitutesFieldsButNotTheComment) {
         {"; v", "; v"},
         {" op 1,,2 ! op v", "\tdb\t1,,2!\tdb\t1, 2"},
     };
+    ScannedLine scratch;
+    std::string line = "left from the line before";
     for (const auto& [text, expected] : cases) {
-        EXPECT_EQ(MacroText::SubstituteLine(text, Parameters()), expected) << text;
+        MacroText::SubstituteLine(text, Parameters(), scratch, line);
+        EXPECT_EQ(line, expected) << text;
     }
 }
 

@@ -58,6 +58,9 @@ const HostileSource HostileSources[] = {
     {"ThirtyThreeStatements", "; first\n" + Statements(33), RunFailed, {"more than 32 statements on one line (", "prog.asm line 2)"}},
     {"HundredTwentyEightOperands", Operands(128), Clean, {}},
     {"HundredTwentyNineOperands", "\n\n" + Operands(129), RunFailed, {TooMany, "prog.asm line 3)"}},
+    // A line fails when it is reached, not when the file is read.
+    {"ThirtyThreeStatementsAfterEnd", " end\n" + Statements(33), Clean, {}},
+    {"HundredTwentyNineOperandsAfterEnd", " end !" + Operands(129), Clean, {}},
     {"ParenthesesTenThousandDeep", " db " + std::string(10000, '(') + "1" + std::string(10000, ')') + "\n", Clean, {}},
     {"ParenthesesNeverClosed", " db " + std::string(10000, '(') + "1\n", ErrorsListed, {"prog.asm:1: error: Missing ) ~ "}},
     {"PrefixOperatorsTenThousandDeep", " db " + Repeat("- + not not ", 10000) + "1\n", Clean, {}},
