@@ -164,13 +164,9 @@ void clsSymbolTable::SetVariable(std::string_view name, const Value& value) {
     AddSymbol(name, value, 1, 13, 0, Value{}, false, -1);
 }
 
-void clsSymbolTable::SetLocation(std::int32_t address) {
+void clsSymbolTable::SetLocationSlowly(std::int32_t address) {
     if (pLocationSlot < 0) return SetVariable("$", Value{address});
-    Value& value = Write(pLocationSlot).Val;
-    if (auto* held = std::get_if<std::int32_t>(&value))
-        *held = address;
-    else
-        value = address;
+    Write(pLocationSlot).Val = address;
     pIndex = static_cast<std::int16_t>(pLocationSlot);
 }
 

@@ -75,8 +75,17 @@ class clsSymbolTable {
     // Define or update: an existing name gets only its value replaced.
     void SetVariable(std::string_view name, const Value& value);
     // SetVariable("$", address): the location counter, set before every
-    // statement.
-    void SetLocation(std::int32_t address);
+    // statement, through its remembered slot while that holds a whole number.
+    void SetLocation(std::int32_t address) {
+        if (pLocationSlot >= 0) {
+            if (auto* held = std::get_if<std::int32_t>(&pSlots[pLocationSlot].Val)) {
+                *held = address;
+                pIndex = static_cast<std::int16_t>(pLocationSlot);
+                return;
+            }
+        }
+        SetLocationSlowly(address);
+    }
     bool VariableExists(std::string_view name);
 
     void DeleteByName(std::string_view name);
@@ -136,6 +145,7 @@ class clsSymbolTable {
     // unused slot; -1 if none.
     int FindSlot(std::string_view name) const;
     int FindSlot(SymbolName& name) const;
+    void SetLocationSlowly(std::int32_t address);
     // The look-up's effects on the slot found (none: -1).
     Value TakeValue(int slot, std::string_view name);
     int UsedCount() const { return pUsed; }
@@ -170,8 +180,8 @@ class clsSymbolTable {
     // change: a SymbolName's remembered slot holds while this stays.
     std::uint64_t pLayout = 0;
     mutable std::string pKeyBuffer;
-    // The slot holding "$" once it has been set; -1 until then and whenever
-    // slots have moved.
+    // The slot holding "$" once it has been set (a stored one); -1 until
+    // then and whenever slots have moved.
     int pLocationSlot = -1;
     std::int16_t pIndex = -1;
     bool pCaseSensitive = true;
