@@ -408,7 +408,8 @@ std::string Assembly::EmitValue(const Value& value, int width) {
 }
 
 void Assembly::EmitBits(std::uint32_t whole, int width, std::string& text) {
-    pOutputs.WriteBits(whole, width);
+    // The object texts are written in the final pass alone.
+    if (pState.CurrentPass == 0) pOutputs.WriteBits(whole, width);
     const std::uint32_t word = whole & 0xFFFFu;
     if (width == 16) {
         EmitByte(static_cast<std::uint8_t>(word & 0xFFu));
