@@ -167,6 +167,7 @@ void Assembly::EndPass() {
 }
 
 void Assembly::CloseMainFile() {
+    pStatement.Memo = nullptr;
     pMainLines.Clear();
     pLineStatements = {};
     pLinePrepared = {};
@@ -325,6 +326,7 @@ void Assembly::PrepareStatement(const SourceStatement& fields, MainFileLines::Pr
     pStatement.Operation = fields.Operation;
     pStatement.Operands = fields.Operands;
     pStatement.Comment = fields.Comment;
+    if (kept) pStatement.Memo = &kept->Memo;
     if (kept && kept->Ready) {
         pStatement.Keyword = kept->Keyword;
         SetOperandList(pMainLines.Operands(*kept));

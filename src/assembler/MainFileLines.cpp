@@ -10,6 +10,7 @@ void MainFileLines::Clear() {
     pPrepared.clear();
     pOperands.clear();
     pLines.clear();
+    pOperandMemos.Clear();
 }
 
 std::span<const SourceStatement> MainFileLines::Statements(std::size_t index) const {
@@ -51,6 +52,7 @@ void MainFileLines::Keep(Prepared& prepared, std::string_view operation, std::st
     prepared.OperandCount = static_cast<std::uint32_t>(operands.size());
     pOperands.insert(pOperands.end(), operands.begin(), operands.end());
     prepared.Steps = steps;
+    if (!operands.empty()) prepared.Memo.KeepOperands(pOperandMemos.Take(operands.size()));
     prepared.Ready = true;
 }
 

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "assembler/DispatchIndex.h"
+#include "assembler/OperandMemoStore.h"
 #include "assembler/SourceStatement.h"
+#include "assembler/StatementMemo.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -27,6 +29,8 @@ class MainFileLines {
         std::uint32_t FirstOperand = 0;
         std::uint32_t OperandCount = 0;
         DispatchIndex::StepSet Steps = 0;
+        // What the handlers work out for the statement, for every pass.
+        StatementMemo Memo;
     };
 
     void Clear();
@@ -71,6 +75,7 @@ class MainFileLines {
     std::vector<std::string_view> pOperands;
     std::vector<LineRange> pLines;
     std::vector<SourceStatement> pScratch;
+    OperandMemoStore pOperandMemos;
     bool pStrippedParity = false;
 };
 

@@ -9,6 +9,8 @@
 
 namespace trident {
 
+class StatementMemo;
+
 // The statement under way: its fields as scanned, its operands, and what
 // its execution leaves for the listing line.
 struct Statement {
@@ -25,6 +27,10 @@ struct Statement {
     // under way keeps alive (a translated form).
     std::vector<std::string_view> OperandList;
     SourcePosition Where;
+    // What the handlers worked out for this statement of the main file in
+    // an earlier pass (or are working out now), to reuse; null for lines
+    // that are not kept (macro expansions, include files, macro libraries).
+    StatementMemo* Memo = nullptr;
 
     LineCategory Category = LineCategory::None;
     // Hexadecimal text of the emitted bytes.
@@ -51,6 +57,7 @@ struct Statement {
         Operands = {};
         Comment = {};
         OperandList.clear();
+        Memo = nullptr;
         Category = LineCategory::None;
         BytesText.clear();
         ValueText.clear();

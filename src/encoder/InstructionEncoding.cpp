@@ -273,7 +273,7 @@ Value InstructionEncoding::EvaluateNumber(int index, int width) {
 }
 
 RegisterOperand InstructionEncoding::ReadRegister(int index, RegisterWidth width) {
-    return pOperands.ClassifyRegister(pOperands.Operand(index), width);
+    return pOperands.ReadRegister(index, width);
 }
 
 void InstructionEncoding::Emit(const Value& value, int width) {

@@ -2,6 +2,8 @@
 
 #include "assembler/StatementHandler.h"
 
+#include <cstdint>
+
 namespace trident {
 
 struct OpcodeRow;
@@ -19,6 +21,9 @@ class InstructionHandler : public StatementHandler {
     static bool EncodeInstruction(Assembly& run, Statement& statement);
 
   private:
+    // The row of the statement's operation word (lower case: its keyword),
+    // or -1.
+    static std::int16_t FindRow(Assembly& run, const Statement& statement);
     static void MarkProcessor(Assembly& run, Statement& statement, const OpcodeRow& row);
 };
 

@@ -2,6 +2,7 @@
 
 #include "assembler/Assembly.h"
 #include "assembler/LineScanner.h"
+#include "assembler/StatementMemo.h"
 #include "encoder/RegisterTable.h"
 
 #include <array>
@@ -20,6 +21,10 @@ bool HoldsPair(RegisterWidthClass width) {
     return width == RegisterWidthClass::Pair || width == RegisterWidthClass::ByteOrPair;
 }
 
+std::int8_t EntryIndex(const RegisterEntry& entry) {
+    return static_cast<std::int8_t>(&entry - RegisterTable::Entries().data());
+}
+
 } // namespace
 
 void OperandReader::CheckOperandCount(std::int16_t expected) const {
@@ -34,41 +39,66 @@ void OperandReader::CheckOperandCount(std::int16_t expected) const {
         pRun.ListError("Too few operands", operation);
 }
 
-RegisterOperand OperandReader::ClassifyRegister(std::string_view operand, RegisterWidth width) {
-    RegisterOperand result;
-    // Most operands are a register name as it stands. An indexed form
-    // written alone, (ix) say, is one too and reads as it would with an
-    // empty displacement.
-    const RegisterEntry* entry = RegisterTable::Find(operand);
-    if (entry != nullptr && entry->IndexPrefix) NoteIndexRegister(operand);
-    // Every other indexed form has a parenthesis.
-    if (entry == nullptr && operand.find('(') != std::string_view::npos)
-        entry = ReadIndexedForm(operand, result);
-    if (entry == nullptr) {
-        pRun.ListError("Bad register", operand);
-        return result;
+RegisterOperand OperandReader::ReadRegister(int index, RegisterWidth width) {
+    const std::string_view operand = Operand(index);
+    StatementMemo::Operand* kept = pStatement.Memo ? pStatement.Memo->OperandAt(index) : nullptr;
+    Form form;
+    if (kept && kept->Form != StatementMemo::RegisterForm::Unread &&
+        kept->ReadLength == operand.size()) {
+        form = {kept->Form, kept->Entry, kept->DisplacementLength};
+    } else {
+        form = ReadForm(operand);
+        if (kept) {
+            kept->Form = form.Kind;
+            kept->Entry = form.Entry;
+            kept->ReadLength = static_cast<std::uint32_t>(operand.size());
+            kept->DisplacementLength = form.DisplacementLength;
+        }
     }
-    result.Code = entry->Code;
-    result.IndexPrefix = entry->IndexPrefix;
-    CheckWidth(operand, *entry, width);
-    return result;
+    return Classify(operand, width, form);
 }
 
-const RegisterEntry* OperandReader::ReadIndexedForm(std::string_view operand,
-                                                    RegisterOperand& result) {
+// Most operands are a register name as it stands. An indexed form written
+// alone, (ix) say, is one too and reads as it would with an empty
+// displacement. Every other indexed form has a parenthesis.
+OperandReader::Form OperandReader::ReadForm(std::string_view operand) {
+    using enum StatementMemo::RegisterForm;
+    if (const RegisterEntry* entry = RegisterTable::Find(operand))
+        return {Named, EntryIndex(*entry), 0};
+    if (operand.find('(') == std::string_view::npos) return {None, -1, 0};
     const std::string folded = LineScanner::LowerCase(operand);
     for (const std::string_view form : IndexedForms) {
         const std::size_t at = folded.find(form);
-        if (at == std::string::npos) continue;
-        const std::string_view displacement = operand.substr(0, at);
-        if (!LineScanner::TrimBlanks(displacement).empty()) {
+        if (at != std::string::npos)
+            return {Indexed, EntryIndex(*RegisterTable::Find(form)),
+                    static_cast<std::uint32_t>(at)};
+    }
+    return {None, -1, 0};
+}
+
+// The effects of reading the operand, in every pass: the displacement's
+// value and diagnostics, the index register's mark and warning, the checks.
+RegisterOperand OperandReader::Classify(std::string_view operand, RegisterWidth width, Form form) {
+    RegisterOperand result;
+    if (form.Kind == StatementMemo::RegisterForm::None) {
+        pRun.ListError("Bad register", operand);
+        return result;
+    }
+    const RegisterEntry& entry = RegisterTable::Entries()[static_cast<std::size_t>(form.Entry)];
+    if (form.Kind == StatementMemo::RegisterForm::Indexed) {
+        const std::string_view displacement = operand.substr(0, form.DisplacementLength);
+        if (displacement.find_first_not_of(" \t") != std::string_view::npos) {
             const Value value = pRun.EvaluateOperand(displacement, 8, Signedness::Signed);
             result.Displacement = static_cast<std::int32_t>(AsNumber(value).value_or(0));
         }
         NoteIndexRegister(operand);
-        return RegisterTable::Find(form);
+    } else if (entry.IndexPrefix) {
+        NoteIndexRegister(operand);
     }
-    return nullptr;
+    result.Code = entry.Code;
+    result.IndexPrefix = entry.IndexPrefix;
+    CheckWidth(operand, entry, width);
+    return result;
 }
 
 void OperandReader::NoteIndexRegister(std::string_view operand) {

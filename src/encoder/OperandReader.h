@@ -1,6 +1,7 @@
 #pragma once
 
 #include "assembler/Statement.h"
+#include "assembler/StatementMemo.h"
 #include "encoder/RegisterEntry.h"
 #include "encoder/RegisterOperand.h"
 
@@ -32,15 +33,22 @@ class OperandReader {
         if (index < 0 || index >= pStatement.OperandCount()) return {};
         return pStatement.OperandList[static_cast<std::size_t>(index)];
     }
-    // Reads `operand` as a register of `width`. Indexed memory forms d(ix),
-    // d(iy), d(x), d(y) are found anywhere in the text; d is a signed 8-bit
-    // expression, 0 when absent. Always returns a result.
-    RegisterOperand ClassifyRegister(std::string_view operand, RegisterWidth width);
+    // Reads the operand at `index` as a register of `width`. Indexed memory
+    // forms d(ix), d(iy), d(x), d(y) are found anywhere in the text; d is a
+    // signed 8-bit expression, 0 when absent. Always returns a result.
+    RegisterOperand ReadRegister(int index, RegisterWidth width);
 
   private:
-    // The entry of the first indexed form (ix), (iy), (x), (y) found in
-    // `operand`, its displacement read into `result`; nullptr when none is.
-    const RegisterEntry* ReadIndexedForm(std::string_view operand, RegisterOperand& result);
+    // How an operand reads as a register, worked out from its text alone:
+    // for an indexed form, the first of (ix), (iy), (x), (y) found in it,
+    // and the displacement written before it.
+    struct Form {
+        StatementMemo::RegisterForm Kind;
+        std::int8_t Entry; // in RegisterTable::Entries()
+        std::uint32_t DisplacementLength;
+    };
+    static Form ReadForm(std::string_view operand);
+    RegisterOperand Classify(std::string_view operand, RegisterWidth width, Form form);
     void NoteIndexRegister(std::string_view operand);
     void CheckWidth(std::string_view operand, const RegisterEntry& entry, RegisterWidth width);
 

@@ -76,6 +76,8 @@ void ZilogHandler::Encode(Assembly& run, Statement& statement) {
     // statement is encoded.
     const std::string joined = Joined(form->Operands);
     Statement intel = statement;
+    // What is kept of the statement belongs to its own words, not these.
+    intel.Memo = nullptr;
     intel.Operation = form->Mnemonic;
     intel.Keyword = form->Mnemonic;
     intel.OperandList.assign(form->Operands.begin(), form->Operands.end());
@@ -90,6 +92,7 @@ void ZilogHandler::Encode(Assembly& run, Statement& statement) {
     intel.Keyword = std::move(statement.Keyword);
     intel.OperandList = std::move(statement.OperandList);
     intel.Operands = statement.Operands;
+    intel.Memo = statement.Memo;
     statement = std::move(intel);
 }
 
