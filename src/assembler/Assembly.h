@@ -12,6 +12,7 @@
 #include "assembler/SourceStatement.h"
 #include "assembler/Statement.h"
 #include "assembler/StatementHandler.h"
+#include "assembler/StatementMemo.h"
 #include "encoder/OpcodeTable.h"
 #include "expression/clsExpression.h"
 #include "macros/ExpansionLevel.h"
@@ -158,6 +159,9 @@ class Assembly {
     std::string_view LowerCaseKeyword(std::string_view operation);
     void Dispatch(Statement& statement);
     void RecomputeListThisLine();
+    // What a kept statement remembers of the operand text `text`, or nullptr.
+    StatementMemo::Evaluated* KeptText(std::string_view text);
+    Value Evaluate(std::string_view text, StatementMemo::Evaluated* kept);
     // Turns the evaluator's recorded faults into diagnostics.
     void ReportEvaluatorFaults();
     std::string DescribeFailure(const std::string& what) const;

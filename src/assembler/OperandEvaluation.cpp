@@ -1,6 +1,7 @@
 // Turning operand text into values: evaluation with the evaluator's faults
 // turned into listing diagnostics, and the range rules of each width.
 #include "assembler/Assembly.h"
+#include "assembler/StatementMemo.h"
 
 #include <cmath>
 #include <cstdint>
@@ -61,11 +62,25 @@ std::string NumberText(double value) {
     return text;
 }
 
+// The width and signedness an operand value was reduced for, never 0.
+std::uint8_t WholeKey(int width, Signedness signedness) {
+    return static_cast<std::uint8_t>(0x80 | width | static_cast<int>(signedness) << 5);
+}
+
 } // namespace
 
 Value Assembly::Evaluate(std::string_view text) {
+    return Evaluate(text, KeptText(text));
+}
+
+// An operand of a kept statement remembers its program.
+StatementMemo::Evaluated* Assembly::KeptText(std::string_view text) {
+    return pStatement.Memo ? pStatement.Memo->EvaluatedText(pStatement.OperandList, text) : nullptr;
+}
+
+Value Assembly::Evaluate(std::string_view text, StatementMemo::Evaluated* kept) {
     pEvaluator->SetCaseSensitive(pState.Options.CaseSensitiveSymbols);
-    Value result = pEvaluator->Evaluate(text);
+    Value result = kept ? pEvaluator->Evaluate(text, kept->Program) : pEvaluator->Evaluate(text);
     // Most evaluations record nothing.
     if (pEvaluator->ErrorCount() > 0) ReportEvaluatorFaults();
     return result;
@@ -91,7 +106,11 @@ void Assembly::ReportEvaluatorFaults() {
 
 Value Assembly::EvaluateOperand(std::string_view text, int width, Signedness signedness,
                                 bool force) {
-    const Value result = Evaluate(text);
+    StatementMemo::Evaluated* kept = KeptText(text);
+    const std::uint8_t key = WholeKey(width, signedness);
+    // The text of one constant reduces to the same value in every pass.
+    if (kept && kept->WholeKey == key && pEvaluator->KeepsResults()) return Value{kept->Whole};
+    const Value result = Evaluate(text, kept);
     if (IsEmpty(result)) return result;
     std::optional<double> number = AsNumber(result);
     if (!number) {
@@ -107,11 +126,21 @@ Value Assembly::EvaluateOperand(std::string_view text, int width, Signedness sig
     const Range range = RangeFor(width, signedness);
     // The detail is composed only for a diagnostic: most operands are fine.
     const auto detail = [&] { return std::string(text) + " = " + NumberText(*number); };
-    if (*number < range.Lowest || *number > range.Highest)
+    bool clean = true;
+    if (*number < range.Lowest || *number > range.Highest) {
         ListError(range.Message, detail(), force);
-    if (width != 3 && signedness == Signedness::Either && *number != std::trunc(*number))
+        clean = false;
+    }
+    if (width != 3 && signedness == Signedness::Either && *number != std::trunc(*number)) {
         ListWarning("Value Truncated to Integer", detail(), force);
-    return Value{ToWidth(*number, width, signedness)};
+        clean = false;
+    }
+    const std::int32_t whole = ToWidth(*number, width, signedness);
+    if (kept && clean && pEvaluator->KeepsResults() && pEvaluator->IsConstant(kept->Program)) {
+        kept->Whole = whole;
+        kept->WholeKey = key;
+    }
+    return Value{whole};
 }
 
 } // namespace trident

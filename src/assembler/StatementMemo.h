@@ -1,7 +1,11 @@
 #pragma once
 
+#include "expression/ProgramHandle.h"
+
+#include <algorithm>
 #include <cstdint>
 #include <span>
+#include <string_view>
 
 namespace trident {
 
@@ -9,8 +13,9 @@ namespace trident {
 // when they first execute it, for the later passes to reuse: every pass
 // executes every statement again, and the main file's statements keep their
 // text for the whole assembly. Only what cannot differ from one pass to the
-// next is kept, and the effects of the work saved (processor marks,
-// diagnostics) still happen every time.
+// next is kept; what may (the evaluator's programs) is checked before each
+// use, and the effects of the work saved (processor marks, diagnostics)
+// still happen every time.
 class StatementMemo {
   public:
     // How an operand reads as a register.
@@ -21,13 +26,28 @@ class StatementMemo {
         None,    // no register
     };
 
+    // The one text within an operand that is evaluated (the operand, or a
+    // part of it such as the displacement of an indexed form): where it
+    // starts in the operand, its length, its program, and, for a text whose
+    // program is one constant, the operand value it reduced to without a
+    // diagnostic, for the width and signedness in WholeKey (0: none).
+    struct Evaluated {
+        std::uint32_t Offset = 0;
+        std::uint32_t Length = 0;
+        ProgramHandle Program;
+        std::int32_t Whole = 0;
+        std::uint8_t WholeKey = 0;
+    };
+
     // What is kept of one operand: how it reads as a register (when it was
-    // read as one at ReadLength characters: a handler may shorten an operand).
+    // read as one at ReadLength characters: a handler may shorten an
+    // operand), and its evaluated text.
     struct Operand {
         RegisterForm Form = RegisterForm::Unread;
         std::int8_t Entry = -1; // in RegisterTable::Entries()
         std::uint32_t ReadLength = 0;
         std::uint32_t DisplacementLength = 0;
+        Evaluated Text;
     };
 
     static constexpr std::int16_t UnknownRow = -2;
@@ -46,9 +66,45 @@ class StatementMemo {
         return static_cast<std::uint32_t>(index) < pOperandCount ? &pOperands[index] : nullptr;
     }
 
+    // What is kept of `text`, a part of one of `operands` (the statement's
+    // operand list); nullptr when it lies in none of them (a translated
+    // form, say).
+    Evaluated* EvaluatedText(std::span<const std::string_view> operands, std::string_view text) {
+        const std::size_t index = Holding(operands, text);
+        if (index >= pOperandCount) return nullptr;
+        Evaluated& kept = pOperands[index].Text;
+        const auto offset = static_cast<std::uint32_t>(text.data() - operands[index].data());
+        if (kept.Offset != offset || kept.Length != text.size()) {
+            kept = Evaluated{};
+            kept.Offset = offset;
+            kept.Length = static_cast<std::uint32_t>(text.size());
+        }
+        return &kept;
+    }
+
   private:
+    // The index of the operand that holds `text`; pOperandCount when none
+    // does. Operands are mostly evaluated in their order: the search starts
+    // after the operand found last.
+    std::size_t Holding(std::span<const std::string_view> operands, std::string_view text) {
+        const auto at = reinterpret_cast<std::uintptr_t>(text.data());
+        const std::size_t count = std::min<std::size_t>(operands.size(), pOperandCount);
+        std::size_t index = pNextHolder < count ? pNextHolder : 0;
+        for (std::size_t tried = 0; tried < count; ++tried) {
+            const auto start = reinterpret_cast<std::uintptr_t>(operands[index].data());
+            const std::size_t size = operands[index].size();
+            if (at >= start && at - start <= size && text.size() <= size - (at - start)) {
+                pNextHolder = static_cast<std::uint32_t>(index + 1);
+                return index;
+            }
+            if (++index == count) index = 0;
+        }
+        return pOperandCount;
+    }
+
     Operand* pOperands = nullptr;
     std::uint32_t pOperandCount = 0;
+    std::uint32_t pNextHolder = 0;
 };
 
 } // namespace trident

@@ -59,9 +59,6 @@ constexpr std::array kPrecisionModes{
     PrecisionMode{4, MakeDouble},
 };
 
-constexpr std::int16_t kLevelOrder = 0;
-constexpr std::int16_t kLeftToRightOrder = 1;
-
 // The programs an evaluator keeps take at most about this much memory; the
 // texts beyond it are translated at every evaluation.
 constexpr std::size_t kProgramBudget = std::size_t{8} << 20;
@@ -73,16 +70,38 @@ void clsExpression::SetVariables(clsSymbolTable* variables) {
     pPrograms.Clear();
 }
 
-Value clsExpression::Evaluate() {
-    expr::OperatorOrder order = expr::OperatorOrder::Levels;
-    if (pPrecedence == kLeftToRightOrder) {
-        order = expr::OperatorOrder::LeftToRight;
-    } else if (pPrecedence != kLevelOrder) {
+expr::OperatorOrder clsExpression::Order() {
+    if (pPrecedence == kLeftToRightOrder) return expr::OperatorOrder::LeftToRight;
+    if (pPrecedence != kLevelOrder)
         pErrors.AddError(EvalError::InvalidPrecedence, std::to_string(pPrecedence));
-    }
-    pResult = Run(ProgramFor(pExpression, order));
+    return expr::OperatorOrder::Levels;
+}
+
+Value clsExpression::Evaluate() {
+    pResult = Run(ProgramFor(pExpression, Order()));
     ApplyPrecision(pResult);
     return pResult;
+}
+
+Value clsExpression::Evaluate(std::string_view text, ProgramHandle& handle) {
+    const expr::OperatorOrder order = Order();
+    if (order != pProgramsOrder || handle.pGeneration != pPrograms.Generation()) {
+        expr::Program& program = ProgramFor(text, order);
+        // A program that is not kept is translated again next time.
+        handle.pProgram = &program;
+        handle.pGeneration = &program == &pUnkeptProgram ? 0 : pPrograms.Generation();
+    }
+    Value result = Run(*handle.pProgram);
+    ApplyPrecision(result);
+    return result;
+}
+
+bool clsExpression::IsConstant(const ProgramHandle& handle) const {
+    const auto order = pPrecedence == kLeftToRightOrder ? expr::OperatorOrder::LeftToRight
+                                                        : expr::OperatorOrder::Levels;
+    if (order != pProgramsOrder || handle.pGeneration != pPrograms.Generation()) return false;
+    const std::vector<expr::Step>& steps = handle.pProgram->Steps;
+    return steps.size() == 1 && steps.front().Kind == expr::StepKind::Constant;
 }
 
 Value clsExpression::Evaluate(std::string_view text) {

@@ -3,6 +3,7 @@
 #include "expression/AngleUnit.h"
 #include "expression/ExpressionProgram.h"
 #include "expression/ProgramCache.h"
+#include "expression/ProgramHandle.h"
 #include "expression/clsErrorList.h"
 #include "expression/clsExpressionParser.h"
 #include "symbols/Value.h"
@@ -55,6 +56,20 @@ class clsExpression {
     Value Evaluate();
     // Sets Expression to text and evaluates it.
     Value Evaluate(std::string_view text);
+    // Evaluates `text` through the program that `handle` remembers for it,
+    // translating or finding it only when the handle does not hold; the
+    // caller keeps the handle with the text. Expression and Result are left
+    // as they were.
+    Value Evaluate(std::string_view text, ProgramHandle& handle);
+    // Whether `handle` holds a program that is one constant: evaluating its
+    // text gives that constant, without a fault, while KeepsResults.
+    bool IsConstant(const ProgramHandle& handle) const;
+    // Whether the settings leave results as they are computed: a valid
+    // Precedence, and Precision 0 or 1.
+    bool KeepsResults() const {
+        return (pPrecedence == kLevelOrder || pPrecedence == kLeftToRightOrder) &&
+               (pPrecision == 0 || pPrecision == 1);
+    }
     Value Result() const { return pResult; }
 
     // The symbol table that names are looked up in; not owned, may be unset.
@@ -87,6 +102,12 @@ class clsExpression {
     std::int16_t ErrorCount() const { return pErrors.ErrorCount(); }
 
   private:
+    static constexpr std::int16_t kLevelOrder = 0;
+    static constexpr std::int16_t kLeftToRightOrder = 1;
+
+    // The operator order of the Precedence setting; an invalid setting is
+    // recorded at every evaluation.
+    expr::OperatorOrder Order();
     expr::Program& ProgramFor(std::string_view text, expr::OperatorOrder order);
     Value Run(expr::Program& program);
     bool RunStep(const expr::Step& step, expr::Program& program);
