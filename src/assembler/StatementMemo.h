@@ -1,6 +1,7 @@
 #pragma once
 
 #include "expression/ProgramHandle.h"
+#include "symbols/SymbolSlot.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -13,9 +14,9 @@ namespace trident {
 // when they first execute it, for the later passes to reuse: every pass
 // executes every statement again, and the main file's statements keep their
 // text for the whole assembly. Only what cannot differ from one pass to the
-// next is kept; what may (the evaluator's programs) is checked before each
-// use, and the effects of the work saved (processor marks, diagnostics)
-// still happen every time.
+// next is kept; what may (the symbol table's layout, the evaluator's
+// programs) is checked before each use, and the effects of the work saved (processor marks,
+// diagnostics) still happen every time.
 class StatementMemo {
   public:
     // How an operand reads as a register.
@@ -54,6 +55,8 @@ class StatementMemo {
 
     // The instruction's opcode row; -1 when the operation word names none.
     std::int16_t Row = UnknownRow;
+    // Where the label was found in the symbol table.
+    SymbolSlot Label;
 
     // One entry for each of the statement's operands, in their order.
     void KeepOperands(std::span<Operand> operands) {

@@ -91,22 +91,36 @@ int clsSymbolTable::FindSlot(std::string_view name) const {
 }
 
 int clsSymbolTable::FindSlot(SymbolName& name) const {
-    if (name.pTable == this && name.pLayout == pLayout)
-        return name.pSlot <= pUsed ? name.pSlot : -1;
+    if (const int slot = RememberedSlot(name.pFound); slot != -2) return slot;
     if (!name.pHasKey || name.pKeyCaseSensitive != pCaseSensitive) {
         NormaliseInto(name.pKey, name.pName);
         name.pHasKey = true;
         name.pKeyCaseSensitive = pCaseSensitive;
     }
-    const int slot = LowestSlotWithKey(name.pKey);
-    // A name that normalises to nothing matches the first unused slot,
-    // which moves as names are added, so its slot is not remembered.
-    if (slot >= 0 && !name.pKey.empty()) {
-        name.pTable = this;
-        name.pLayout = pLayout;
-        name.pSlot = slot;
-    }
+    return LowestSlotRemembered(name.pKey, name.pFound);
+}
+
+int clsSymbolTable::FindSlot(std::string_view name, SymbolSlot& found) const {
+    if (const int slot = RememberedSlot(found); slot != -2) return slot;
+    return LowestSlotRemembered(LookUpKey(name), found);
+}
+
+int clsSymbolTable::RememberedSlot(const SymbolSlot& found) const {
+    if (found.pTable != this || found.pLayout != pLayout) return -2;
+    // A scan compares the first unused slot before it stops there.
+    return found.pSlot <= pUsed ? found.pSlot : -1;
+}
+
+int clsSymbolTable::LowestSlotRemembered(const std::string& key, SymbolSlot& found) const {
+    const int slot = LowestSlotWithKey(key);
+    if (slot >= 0 && !key.empty()) Remember(found, slot);
     return slot <= pUsed ? slot : -1;
+}
+
+void clsSymbolTable::Remember(SymbolSlot& found, int slot) const {
+    found.pTable = this;
+    found.pLayout = pLayout;
+    found.pSlot = slot;
 }
 
 void clsSymbolTable::RebuildIndex() {
@@ -174,6 +188,20 @@ bool clsSymbolTable::VariableExists(std::string_view name) {
     const int slot = FindSlot(name);
     pIndex = static_cast<std::int16_t>(slot);
     return slot >= 0;
+}
+
+bool clsSymbolTable::VariableExists(std::string_view name, SymbolSlot& found) {
+    const int slot = FindSlot(name, found);
+    pIndex = static_cast<std::int16_t>(slot);
+    return slot >= 0;
+}
+
+void clsSymbolTable::SetVariable(std::string_view name, const Value& value, SymbolSlot& found) {
+    SetVariable(name, value);
+    // Adding the name left its key in the look-up buffer. The location
+    // counter, set through its own slot, and names without a key are not
+    // remembered.
+    if (pIndex >= 0 && name != "$" && !pKeyBuffer.empty()) Remember(found, pIndex);
 }
 
 void clsSymbolTable::AddSymbol(std::string_view name, const Value& value, std::int32_t symType,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "symbols/SymbolSlot.h"
 #include "symbols/TextHash.h"
 #include "symbols/Value.h"
 
@@ -30,9 +31,7 @@ class SymbolName {
     std::string pKey; // normalised for the case rule in pKeyCaseSensitive
     bool pHasKey = false;
     bool pKeyCaseSensitive = true;
-    const clsSymbolTable* pTable = nullptr; // the table that pSlot is in
-    std::uint64_t pLayout = 0;              // that table's layout when it was found
-    int pSlot = -1;
+    SymbolSlot pFound;
 };
 
 // Every name an assembly knows: labels, equ/set symbols and the predefined
@@ -87,6 +86,11 @@ class clsSymbolTable {
         SetLocationSlowly(address);
     }
     bool VariableExists(std::string_view name);
+    // VariableExists for a name looked up again and again: `found`, kept by
+    // the caller with the name, remembers its slot while it holds.
+    bool VariableExists(std::string_view name, SymbolSlot& found);
+    // SetVariable, remembering the name's slot in `found` as well.
+    void SetVariable(std::string_view name, const Value& value, SymbolSlot& found);
 
     void DeleteByName(std::string_view name);
     void DeleteByIndex(std::int16_t index);
@@ -145,6 +149,14 @@ class clsSymbolTable {
     // unused slot; -1 if none.
     int FindSlot(std::string_view name) const;
     int FindSlot(SymbolName& name) const;
+    int FindSlot(std::string_view name, SymbolSlot& found) const;
+    // The slot `found` remembers while the layout holds; -2 when it does not.
+    int RememberedSlot(const SymbolSlot& found) const;
+    // The lowest slot with `key`, remembered in `found` (unless the key is
+    // empty: a name that normalises to nothing matches the first unused
+    // slot, which moves as names are added).
+    int LowestSlotRemembered(const std::string& key, SymbolSlot& found) const;
+    void Remember(SymbolSlot& found, int slot) const;
     void SetLocationSlowly(std::int32_t address);
     // The look-up's effects on the slot found (none: -1).
     Value TakeValue(int slot, std::string_view name);
