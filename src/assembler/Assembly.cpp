@@ -379,10 +379,12 @@ void Assembly::Dispatch(Statement& statement) {
 }
 
 void Assembly::ListError(std::string_view message, std::string_view detail, bool force) {
+    ++pChangeableEvents;
     pListing.ListError(message, detail, force, pStatement.Where);
 }
 
 void Assembly::ListWarning(std::string_view message, std::string_view detail, bool force) {
+    ++pChangeableEvents;
     pListing.ListWarning(message, detail, force, pStatement.Where);
 }
 
@@ -412,6 +414,7 @@ std::string Assembly::EmitValue(const Value& value, int width) {
 void Assembly::EmitBits(std::uint32_t whole, int width, std::string& text) {
     // The object texts are written in the final pass alone.
     if (pState.CurrentPass == 0) pOutputs.WriteBits(whole, width);
+    if (pEmissionLog) pEmissionLog->AddValue(whole, width);
     const std::uint32_t word = whole & 0xFFFFu;
     if (width == 16) {
         EmitByte(static_cast<std::uint8_t>(word & 0xFFu));

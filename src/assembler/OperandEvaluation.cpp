@@ -70,6 +70,7 @@ std::uint8_t WholeKey(int width, Signedness signedness) {
 } // namespace
 
 Value Assembly::Evaluate(std::string_view text) {
+    ++pChangeableEvents;
     return Evaluate(text, KeptText(text));
 }
 
@@ -111,7 +112,10 @@ Value Assembly::EvaluateOperand(std::string_view text, int width, Signedness sig
     // The text of one constant reduces to the same value in every pass.
     if (kept && kept->WholeKey == key && pEvaluator->KeepsResults()) return Value{kept->Whole};
     const Value result = Evaluate(text, kept);
-    if (IsEmpty(result)) return result;
+    if (IsEmpty(result)) {
+        ++pChangeableEvents;
+        return result;
+    }
     std::optional<double> number = AsNumber(result);
     if (!number) {
         // A quoted string of one character stands for its code.
@@ -139,6 +143,8 @@ Value Assembly::EvaluateOperand(std::string_view text, int width, Signedness sig
     if (kept && clean && pEvaluator->KeepsResults() && pEvaluator->IsConstant(kept->Program)) {
         kept->Whole = whole;
         kept->WholeKey = key;
+    } else {
+        ++pChangeableEvents;
     }
     return Value{whole};
 }

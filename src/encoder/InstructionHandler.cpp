@@ -13,8 +13,62 @@ bool InstructionHandler::EncodeInstruction(Assembly& run, Statement& statement) 
     const OpcodeRow& row = run.Opcodes().Row(index);
     statement.Category = LineCategory::Instruction;
     MarkProcessor(run, statement, row);
-    InstructionEncoding(run, statement, row).Encode();
+    StatementMemo* memo = statement.Memo;
+    if (memo && memo->Emitted.Kept() && run.Evaluator().KeepsResults()) {
+        EmitAgain(run, statement, memo->Emitted);
+        return true;
+    }
+    InstructionEncoding encoding(run, statement, row);
+    if (memo && encoding.Keepable())
+        EncodeAndKeep(run, statement, encoding, memo->Emitted);
+    else
+        encoding.Encode();
     return true;
+}
+
+namespace {
+
+// The log of emitted values is set for one encoding only, whatever ends it.
+class EmissionWatch {
+  public:
+    EmissionWatch(Assembly& run, StatementMemo::Encoding& log) : pRun(run) {
+        pRun.LogEmissions(&log);
+    }
+    ~EmissionWatch() { pRun.LogEmissions(nullptr); }
+    EmissionWatch(const EmissionWatch&) = delete;
+    EmissionWatch& operator=(const EmissionWatch&) = delete;
+
+  private:
+    Assembly& pRun;
+};
+
+} // namespace
+
+// An encoding that raised no diagnostic and met no operand value that may
+// change (so none but constants) emits the same values in every pass.
+void InstructionHandler::EncodeAndKeep(Assembly& run, Statement& statement,
+                                       InstructionEncoding& encoding,
+                                       StatementMemo::Encoding& kept) {
+    StatementMemo::Encoding log;
+    const std::uint64_t events = run.ChangeableEvents();
+    {
+        const EmissionWatch watch(run, log);
+        encoding.Encode();
+    }
+    log.SetTrailingBlank(!statement.BytesText.empty() && statement.BytesText.back() == ' ');
+    if (run.ChangeableEvents() == events && run.Evaluator().KeepsResults()) kept = log;
+}
+
+// What the encoding did, done again: the index registers noted (their
+// warning follows the option as it is now), then the values emitted.
+void InstructionHandler::EmitAgain(Assembly& run, Statement& statement,
+                                   const StatementMemo::Encoding& kept) {
+    for (std::size_t note = 0; note < kept.NoteCount(); ++note)
+        OperandReader::WarnIndexRegister(
+            run, statement, statement.OperandList[static_cast<std::size_t>(kept.Note(note))]);
+    for (std::size_t value = 0; value < kept.ValueCount(); ++value)
+        run.EmitBits(kept.Value(value), kept.Width(value), statement.BytesText);
+    if (kept.TrailingBlank()) statement.BytesText += ' ';
 }
 
 // The table stays the same through an assembly, and so does a kept

@@ -1,11 +1,13 @@
 #pragma once
 
 #include "assembler/StatementHandler.h"
+#include "assembler/StatementMemo.h"
 
 #include <cstdint>
 
 namespace trident {
 
+class InstructionEncoding;
 struct OpcodeRow;
 
 // The statement step for processor instructions: any operation word that
@@ -25,6 +27,11 @@ class InstructionHandler : public StatementHandler {
     // or -1.
     static std::int16_t FindRow(Assembly& run, const Statement& statement);
     static void MarkProcessor(Assembly& run, Statement& statement, const OpcodeRow& row);
+    // Encodes while watching, and keeps what was emitted when the encoding
+    // will be the same in every pass.
+    static void EncodeAndKeep(Assembly& run, Statement& statement, InstructionEncoding& encoding,
+                              StatementMemo::Encoding& kept);
+    static void EmitAgain(Assembly& run, Statement& statement, const StatementMemo::Encoding& kept);
 };
 
 } // namespace trident

@@ -55,7 +55,7 @@ RegisterOperand OperandReader::ReadRegister(int index, RegisterWidth width) {
             kept->DisplacementLength = form.DisplacementLength;
         }
     }
-    return Classify(operand, width, form);
+    return Classify(index, operand, width, form);
 }
 
 // Most operands are a register name as it stands. An indexed form written
@@ -78,7 +78,8 @@ OperandReader::Form OperandReader::ReadForm(std::string_view operand) {
 
 // The effects of reading the operand, in every pass: the displacement's
 // value and diagnostics, the index register's mark and warning, the checks.
-RegisterOperand OperandReader::Classify(std::string_view operand, RegisterWidth width, Form form) {
+RegisterOperand OperandReader::Classify(int index, std::string_view operand, RegisterWidth width,
+                                        Form form) {
     RegisterOperand result;
     if (form.Kind == StatementMemo::RegisterForm::None) {
         pRun.ListError("Bad register", operand);
@@ -91,9 +92,9 @@ RegisterOperand OperandReader::Classify(std::string_view operand, RegisterWidth 
             const Value value = pRun.EvaluateOperand(displacement, 8, Signedness::Signed);
             result.Displacement = static_cast<std::int32_t>(AsNumber(value).value_or(0));
         }
-        NoteIndexRegister(operand);
+        NoteIndexRegister(index, operand);
     } else if (entry.IndexPrefix) {
-        NoteIndexRegister(operand);
+        NoteIndexRegister(index, operand);
     }
     result.Code = entry.Code;
     result.IndexPrefix = entry.IndexPrefix;
@@ -101,9 +102,15 @@ RegisterOperand OperandReader::Classify(std::string_view operand, RegisterWidth 
     return result;
 }
 
-void OperandReader::NoteIndexRegister(std::string_view operand) {
-    pStatement.IndexUsed = true;
-    if (!pRun.State().Options.Z80) pRun.ListWarning("z80 warning ", operand);
+void OperandReader::NoteIndexRegister(int index, std::string_view operand) {
+    if (StatementMemo::Encoding* log = pRun.EmissionLog()) log->AddNote(index);
+    WarnIndexRegister(pRun, pStatement, operand);
+}
+
+void OperandReader::WarnIndexRegister(Assembly& run, Statement& statement,
+                                      std::string_view operand) {
+    statement.IndexUsed = true;
+    if (!run.State().Options.Z80) run.ListWarning("z80 warning ", operand);
 }
 
 void OperandReader::CheckWidth(std::string_view operand, const RegisterEntry& entry,

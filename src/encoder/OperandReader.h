@@ -37,6 +37,9 @@ class OperandReader {
     // forms d(ix), d(iy), d(x), d(y) are found anywhere in the text; d is a
     // signed 8-bit expression, 0 when absent. Always returns a result.
     RegisterOperand ReadRegister(int index, RegisterWidth width);
+    // An index register met in `operand` colours the statement, and is
+    // warned about unless the Z80 box is checked.
+    static void WarnIndexRegister(Assembly& run, Statement& statement, std::string_view operand);
 
   private:
     // How an operand reads as a register, worked out from its text alone:
@@ -48,8 +51,9 @@ class OperandReader {
         std::uint32_t DisplacementLength;
     };
     static Form ReadForm(std::string_view operand);
-    RegisterOperand Classify(std::string_view operand, RegisterWidth width, Form form);
-    void NoteIndexRegister(std::string_view operand);
+    // The operand at `index` is `operand`.
+    RegisterOperand Classify(int index, std::string_view operand, RegisterWidth width, Form form);
+    void NoteIndexRegister(int index, std::string_view operand);
     void CheckWidth(std::string_view operand, const RegisterEntry& entry, RegisterWidth width);
 
     Assembly& pRun;
