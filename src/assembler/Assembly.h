@@ -167,9 +167,10 @@ class Assembly {
     std::string_view LowerCaseKeyword(std::string_view operation);
     void Dispatch(Statement& statement);
     void RecomputeListThisLine();
-    // What a kept statement remembers of the operand text `text`, or nullptr.
-    StatementMemo::Evaluated* KeptText(std::string_view text);
-    Value Evaluate(std::string_view text, StatementMemo::Evaluated* kept);
+    // What a kept statement remembers of the operand that holds `text`, its
+    // evaluated text, or nullptr.
+    StatementMemo::Operand* KeptText(std::string_view text);
+    Value Evaluate(std::string_view text, StatementMemo::Operand* kept);
     // Turns the evaluator's recorded faults into diagnostics.
     void ReportEvaluatorFaults();
     std::string DescribeFailure(const std::string& what) const;

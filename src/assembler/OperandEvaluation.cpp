@@ -75,11 +75,11 @@ Value Assembly::Evaluate(std::string_view text) {
 }
 
 // An operand of a kept statement remembers its program.
-StatementMemo::Evaluated* Assembly::KeptText(std::string_view text) {
+StatementMemo::Operand* Assembly::KeptText(std::string_view text) {
     return pStatement.Memo ? pStatement.Memo->EvaluatedText(pStatement.OperandList, text) : nullptr;
 }
 
-Value Assembly::Evaluate(std::string_view text, StatementMemo::Evaluated* kept) {
+Value Assembly::Evaluate(std::string_view text, StatementMemo::Operand* kept) {
     pEvaluator->SetCaseSensitive(pState.Options.CaseSensitiveSymbols);
     Value result = kept ? pEvaluator->Evaluate(text, kept->Program) : pEvaluator->Evaluate(text);
     // Most evaluations record nothing.
@@ -107,7 +107,7 @@ void Assembly::ReportEvaluatorFaults() {
 
 Value Assembly::EvaluateOperand(std::string_view text, int width, Signedness signedness,
                                 bool force) {
-    StatementMemo::Evaluated* kept = KeptText(text);
+    StatementMemo::Operand* kept = KeptText(text);
     const std::uint8_t key = WholeKey(width, signedness);
     // The text of one constant reduces to the same value in every pass.
     if (kept && kept->WholeKey == key && pEvaluator->KeepsResults()) return Value{kept->Whole};

@@ -18,17 +18,18 @@ class OperandMemoStore {
     std::span<StatementMemo::Operand> Take(std::size_t count) {
         if (count > pFree) {
             pFree = std::max(count, BlockSize);
-            pBlocks.push_back(std::make_unique<StatementMemo::Operand[]>(pFree));
-            pBlockSize = pFree;
+            pBlocks.push_back(std::make_unique_for_overwrite<StatementMemo::Operand[]>(pFree));
+            pNext = pBlocks.back().get();
         }
-        const std::span<StatementMemo::Operand> run(pBlocks.back().get() + (pBlockSize - pFree),
-                                                    count);
+        const std::span<StatementMemo::Operand> run(pNext, count);
+        pNext += count;
         pFree -= count;
         return run;
     }
 
     void Clear() {
         pBlocks.clear();
+        pNext = nullptr;
         pFree = 0;
     }
 
@@ -36,8 +37,8 @@ class OperandMemoStore {
     static constexpr std::size_t BlockSize = 2048;
 
     std::vector<std::unique_ptr<StatementMemo::Operand[]>> pBlocks;
-    std::size_t pBlockSize = 0; // of the last block
-    std::size_t pFree = 0;      // entries not yet taken in the last block
+    StatementMemo::Operand* pNext = nullptr; // the first entry not yet taken
+    std::size_t pFree = 0;                   // entries from pNext to the block's end
 };
 
 } // namespace trident

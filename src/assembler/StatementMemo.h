@@ -12,6 +12,8 @@
 
 namespace trident {
 
+struct RegisterEntry;
+
 // What the statement handlers work out about a statement of the main file
 // when they first execute it, for the later passes to reuse: every pass
 // executes every statement again, and the main file's statements keep their
@@ -30,28 +32,23 @@ class StatementMemo {
         None,    // no register
     };
 
-    // The one text within an operand that is evaluated (the operand, or a
-    // part of it such as the displacement of an indexed form): where it
+    // What is kept of one operand: how it reads as a register (when it was
+    // read as one at ReadLength characters: a handler may shorten an
+    // operand), and the one text within it that is evaluated (the operand,
+    // or a part of it such as the displacement of an indexed form): where it
     // starts in the operand, its length, its program, and, for a text whose
     // program is one constant, the operand value it reduced to without a
     // diagnostic, for the width and signedness in WholeKey (0: none).
-    struct Evaluated {
-        std::uint32_t Offset = 0;
-        std::uint32_t Length = 0;
-        ProgramHandle Program;
-        std::int32_t Whole = 0;
-        std::uint8_t WholeKey = 0;
-    };
-
-    // What is kept of one operand: how it reads as a register (when it was
-    // read as one at ReadLength characters: a handler may shorten an
-    // operand), and its evaluated text.
     struct Operand {
-        RegisterForm Form = RegisterForm::Unread;
-        std::int8_t Entry = -1; // in RegisterTable::Entries()
+        ProgramHandle Program;
+        const RegisterEntry* Entry = nullptr;
         std::uint32_t ReadLength = 0;
         std::uint32_t DisplacementLength = 0;
-        Evaluated Text;
+        std::uint32_t Offset = 0;
+        std::uint32_t Length = 0;
+        std::int32_t Whole = 0;
+        std::uint8_t WholeKey = 0;
+        RegisterForm Form = RegisterForm::Unread;
     };
 
     // The values an instruction emitted, when nothing its encoding depended
@@ -132,18 +129,19 @@ class StatementMemo {
         return static_cast<std::uint32_t>(index) < pOperandCount ? &pOperands[index] : nullptr;
     }
 
-    // What is kept of `text`, a part of one of `operands` (the statement's
-    // operand list); nullptr when it lies in none of them (a translated
-    // form, say).
-    Evaluated* EvaluatedText(std::span<const std::string_view> operands, std::string_view text) {
+    // The operand that holds `text`, among `operands` (the statement's
+    // operand list), with its evaluated text set to `text`; nullptr when
+    // `text` lies in none of them (a translated form, say).
+    Operand* EvaluatedText(std::span<const std::string_view> operands, std::string_view text) {
         const std::size_t index = Holding(operands, text);
         if (index >= pOperandCount) return nullptr;
-        Evaluated& kept = pOperands[index].Text;
+        Operand& kept = pOperands[index];
         const auto offset = static_cast<std::uint32_t>(text.data() - operands[index].data());
         if (kept.Offset != offset || kept.Length != text.size()) {
-            kept = Evaluated{};
             kept.Offset = offset;
             kept.Length = static_cast<std::uint32_t>(text.size());
+            kept.Program = {};
+            kept.WholeKey = 0;
         }
         return &kept;
     }

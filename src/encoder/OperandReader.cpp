@@ -21,10 +21,6 @@ bool HoldsPair(RegisterWidthClass width) {
     return width == RegisterWidthClass::Pair || width == RegisterWidthClass::ByteOrPair;
 }
 
-std::int8_t EntryIndex(const RegisterEntry& entry) {
-    return static_cast<std::int8_t>(&entry - RegisterTable::Entries().data());
-}
-
 } // namespace
 
 void OperandReader::CheckOperandCount(std::int16_t expected) const {
@@ -55,37 +51,14 @@ RegisterOperand OperandReader::ReadRegister(int index, RegisterWidth width) {
             kept->DisplacementLength = form.DisplacementLength;
         }
     }
-    return Classify(index, operand, width, form);
-}
-
-// Most operands are a register name as it stands. An indexed form written
-// alone, (ix) say, is one too and reads as it would with an empty
-// displacement. Every other indexed form has a parenthesis.
-OperandReader::Form OperandReader::ReadForm(std::string_view operand) {
-    using enum StatementMemo::RegisterForm;
-    if (const RegisterEntry* entry = RegisterTable::Find(operand))
-        return {Named, EntryIndex(*entry), 0};
-    if (operand.find('(') == std::string_view::npos) return {None, -1, 0};
-    const std::string folded = LineScanner::LowerCase(operand);
-    for (const std::string_view form : IndexedForms) {
-        const std::size_t at = folded.find(form);
-        if (at != std::string::npos)
-            return {Indexed, EntryIndex(*RegisterTable::Find(form)),
-                    static_cast<std::uint32_t>(at)};
-    }
-    return {None, -1, 0};
-}
-
-// The effects of reading the operand, in every pass: the displacement's
-// value and diagnostics, the index register's mark and warning, the checks.
-RegisterOperand OperandReader::Classify(int index, std::string_view operand, RegisterWidth width,
-                                        Form form) {
+    // The effects of reading the operand, in every pass: the displacement's
+    // value and diagnostics, the index register's mark and warning, the
+    // checks.
     RegisterOperand result;
     if (form.Kind == StatementMemo::RegisterForm::None) {
         pRun.ListError("Bad register", operand);
         return result;
     }
-    const RegisterEntry& entry = RegisterTable::Entries()[static_cast<std::size_t>(form.Entry)];
     if (form.Kind == StatementMemo::RegisterForm::Indexed) {
         const std::string_view displacement = operand.substr(0, form.DisplacementLength);
         if (displacement.find_first_not_of(" \t") != std::string_view::npos) {
@@ -93,13 +66,29 @@ RegisterOperand OperandReader::Classify(int index, std::string_view operand, Reg
             result.Displacement = static_cast<std::int32_t>(AsNumber(value).value_or(0));
         }
         NoteIndexRegister(index, operand);
-    } else if (entry.IndexPrefix) {
+    } else if (form.Entry->IndexPrefix) {
         NoteIndexRegister(index, operand);
     }
-    result.Code = entry.Code;
-    result.IndexPrefix = entry.IndexPrefix;
-    CheckWidth(operand, entry, width);
+    result.Code = form.Entry->Code;
+    result.IndexPrefix = form.Entry->IndexPrefix;
+    CheckWidth(operand, *form.Entry, width);
     return result;
+}
+
+// Most operands are a register name as it stands. An indexed form written
+// alone, (ix) say, is one too and reads as it would with an empty
+// displacement. Every other indexed form has a parenthesis.
+OperandReader::Form OperandReader::ReadForm(std::string_view operand) {
+    using enum StatementMemo::RegisterForm;
+    if (const RegisterEntry* entry = RegisterTable::Find(operand)) return {Named, entry, 0};
+    if (operand.find('(') == std::string_view::npos) return {None, nullptr, 0};
+    const std::string folded = LineScanner::LowerCase(operand);
+    for (const std::string_view form : IndexedForms) {
+        const std::size_t at = folded.find(form);
+        if (at != std::string::npos)
+            return {Indexed, RegisterTable::Find(form), static_cast<std::uint32_t>(at)};
+    }
+    return {None, nullptr, 0};
 }
 
 void OperandReader::NoteIndexRegister(int index, std::string_view operand) {
@@ -113,8 +102,8 @@ void OperandReader::WarnIndexRegister(Assembly& run, Statement& statement,
     if (!run.State().Options.Z80) run.ListWarning("z80 warning ", operand);
 }
 
-void OperandReader::CheckWidth(std::string_view operand, const RegisterEntry& entry,
-                               RegisterWidth width) {
+inline void OperandReader::CheckWidth(std::string_view operand, const RegisterEntry& entry,
+                                      RegisterWidth width) {
     if (width == RegisterWidth::Byte && !HoldsByte(entry.Width))
         pRun.ListError("Register NOT 8 bits", operand);
     if ((width == RegisterWidth::Word || width == RegisterWidth::BcOrDe) && !HoldsPair(entry.Width))

@@ -47,12 +47,11 @@ class OperandReader {
     // and the displacement written before it.
     struct Form {
         StatementMemo::RegisterForm Kind;
-        std::int8_t Entry; // in RegisterTable::Entries()
+        const RegisterEntry* Entry; // none for no register
         std::uint32_t DisplacementLength;
     };
     static Form ReadForm(std::string_view operand);
     // The operand at `index` is `operand`.
-    RegisterOperand Classify(int index, std::string_view operand, RegisterWidth width, Form form);
     void NoteIndexRegister(int index, std::string_view operand);
     void CheckWidth(std::string_view operand, const RegisterEntry& entry, RegisterWidth width);
 
