@@ -94,6 +94,15 @@ std::string Assembly::ConvertQuotedString(std::string_view text) {
 }
 
 void Assembly::ReportEvaluatorFaults() {
+    // Diagnostics are written only with a listed line: the faults of the
+    // other lines are taken off the list without composing their texts.
+    if (!pListing.ListsLines()) {
+        while (pEvaluator->ErrorCount() > 0) {
+            pEvaluator->GetNextError();
+            ++pChangeableEvents;
+        }
+        return;
+    }
     while (pEvaluator->ErrorCount() > 0) {
         const std::int32_t code = pEvaluator->GetNextError();
         const std::string message = clsExpression::ErrorString(code);
