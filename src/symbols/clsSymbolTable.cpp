@@ -74,10 +74,7 @@ const std::string& clsSymbolTable::LookUpKey(std::string_view name) const {
 }
 
 int clsSymbolTable::LowestSlotWithKey(const std::string& key) const {
-    int lowest = -1;
-    if (const auto found = pSlotByName.find(key); found != pSlotByName.end()) {
-        lowest = found->second;
-    }
+    int lowest = pSlotByName.Find(key);
     // An unused slot's name "" compares equal to any name that normalises
     // to nothing.
     if (key.empty() && pUsed < SlotCount && (lowest < 0 || pUsed < lowest)) lowest = pUsed;
@@ -126,7 +123,7 @@ void clsSymbolTable::Remember(SymbolSlot& found, int slot) const {
 void clsSymbolTable::RebuildIndex() {
     ++pLayout;
     pLocationSlot = -1;
-    pSlotByName.clear();
+    pSlotByName.Clear();
     // Past the stored slots every name is "".
     pUsed = pSlots.size() < SlotCount ? static_cast<int>(pSlots.size()) : SlotCount;
     for (int slot = 0; slot < static_cast<int>(pSlots.size()); ++slot) {
@@ -134,8 +131,8 @@ void clsSymbolTable::RebuildIndex() {
         if (name.empty()) {
             pUsed = std::min(pUsed, slot);
         } else {
-            // emplace keeps an existing entry, so the lowest slot wins.
-            pSlotByName.emplace(NormalisedName(name), slot);
+            // Add keeps an existing entry, so the lowest slot wins.
+            pSlotByName.Add(NormalisedName(name), slot);
         }
     }
 }
@@ -220,9 +217,14 @@ void clsSymbolTable::AddSymbol(std::string_view name, const Value& value, std::i
         return;
     }
     const int slot = pUsed;
-    Write(slot) = Slot{std::string(name), value, refed, pass, symType, subType1, subType2, tag};
+    Slot made{std::string(name), value, refed, pass, symType, subType1, subType2, tag};
+    // Most symbols go just past the stored slots.
+    if (static_cast<std::size_t>(slot) == pSlots.size())
+        pSlots.push_back(std::move(made));
+    else
+        Write(slot) = std::move(made);
     // No scan matched, so any slot holding this key lies beyond the new one.
-    if (!pSlotByName.insert_or_assign(key, slot).second) ++pLayout;
+    if (!pSlotByName.Set(key, slot)) ++pLayout;
     AdvanceFirstUnused();
     pIndex = static_cast<std::int16_t>(slot);
 }
@@ -282,7 +284,7 @@ void clsSymbolTable::DeleteAll() {
         slot->Pass = -1;
     }
     pBlank.Pass = -1;
-    pSlotByName.clear();
+    pSlotByName.Clear();
     ++pLayout;
     pLocationSlot = -1;
     pUsed = 0;

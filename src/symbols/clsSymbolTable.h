@@ -1,14 +1,13 @@
 #pragma once
 
+#include "symbols/SymbolIndex.h"
 #include "symbols/SymbolSlot.h"
-#include "symbols/TextHash.h"
 #include "symbols/Value.h"
 
 #include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace trident {
@@ -187,7 +186,7 @@ class clsSymbolTable {
     // part every scan looks at.
     int pUsed = 0;
     // Normalised name -> lowest slot holding a name with that key.
-    std::unordered_map<std::string, int, TextHash> pSlotByName;
+    SymbolIndex pSlotByName;
     // Changes whenever the lowest slot of a name already in the index may
     // change: a SymbolName's remembered slot holds while this stays.
     std::uint64_t pLayout = 0;
