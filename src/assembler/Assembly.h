@@ -171,6 +171,17 @@ class Assembly {
     // evaluated text, or nullptr.
     StatementMemo::Operand* KeptText(std::string_view text);
     Value Evaluate(std::string_view text, StatementMemo::Operand* kept);
+    // Evaluate through a kept program, the value where it lies (see
+    // clsExpression::EvaluateInPlace).
+    const Value& EvaluateInPlace(std::string_view text, ProgramHandle& program);
+    // An operand's value reduced to `width` bits with the range rules
+    // (EvaluateOperand); `clean` is cleared when that raised a diagnostic.
+    std::int32_t ReduceWhole(std::string_view text, std::int32_t value, int width,
+                             Signedness signedness, bool force, bool& clean);
+    std::int32_t ReduceNumber(std::string_view text, const Value& result, int width,
+                              Signedness signedness, bool force, bool& clean);
+    void ReportOutOfRange(std::string_view text, std::int32_t value, const char* message,
+                          bool force);
     // Turns the evaluator's recorded faults into diagnostics.
     void ReportEvaluatorFaults();
     std::string DescribeFailure(const std::string& what) const;

@@ -12,8 +12,8 @@ namespace trident {
 namespace {
 
 struct Range {
-    double Lowest;
-    double Highest;
+    std::int32_t Lowest;
+    std::int32_t Highest;
     const char* Message;
 };
 
@@ -22,36 +22,37 @@ Range RangeFor(int width, Signedness signedness) {
     const bool wide = width == 16;
     switch (signedness) {
     case Signedness::Signed:
-        return {wide ? -32768.0 : -128.0, wide ? 32767.0 : 127.0, "Signed Value out of Range"};
+        return {wide ? -32768 : -128, wide ? 32767 : 127, "Signed Value out of Range"};
     case Signedness::Unsigned:
-        return {0, wide ? 65535.0 : 255.0, "Unsigned Value out of Range"};
+        return {0, wide ? 65535 : 255, "Unsigned Value out of Range"};
     case Signedness::Either:
         break;
     }
-    return {wide ? -32768.0 : -128.0, wide ? 65535.0 : 255.0, "Value out of Range"};
+    return {wide ? -32768 : -128, wide ? 65535 : 255, "Value out of Range"};
 }
 
-// The value reduced to `width` bits: two's complement for signed operands,
-// the low bits otherwise.
-std::int32_t ToWidth(double value, int width, Signedness signedness) {
-    // The low 32 bits of the whole part, taken exactly for every double
-    // however large; infinity and NaN have none.
-    constexpr double twoPow32 = 4294967296.0;
-    constexpr double twoPow53 = 9007199254740992.0;
-    std::uint32_t bits = 0;
-    if (std::fabs(value) < twoPow53) {
-        // Exact in 64 bits: the low 32 bits of the two's complement.
-        bits = static_cast<std::uint32_t>(static_cast<std::int64_t>(std::trunc(value)));
-    } else if (std::isfinite(value)) {
-        double low32 = std::fmod(std::trunc(value), twoPow32);
-        if (low32 < 0) low32 += twoPow32;
-        bits = static_cast<std::uint32_t>(low32);
-    }
+// The low `width` bits of `bits`: two's complement for signed operands, the
+// low bits otherwise.
+std::int32_t ToWidth(std::uint32_t bits, int width, Signedness signedness) {
     const std::uint32_t mask = (1u << width) - 1u;
     const std::uint32_t low = bits & mask;
     if (signedness == Signedness::Signed && width > 3 && (low & (1u << (width - 1))) != 0)
         return static_cast<std::int32_t>(low) - static_cast<std::int32_t>(1u << width);
     return static_cast<std::int32_t>(low);
+}
+
+// The low 32 bits of the whole part of `value`, taken exactly for every
+// double however large; infinity and NaN have none.
+std::uint32_t WholeBitsOf(double value) {
+    constexpr double twoPow32 = 4294967296.0;
+    constexpr double twoPow53 = 9007199254740992.0;
+    // Exact in 64 bits: the low 32 bits of the two's complement.
+    if (std::fabs(value) < twoPow53)
+        return static_cast<std::uint32_t>(static_cast<std::int64_t>(std::trunc(value)));
+    if (!std::isfinite(value)) return 0;
+    double low32 = std::fmod(std::trunc(value), twoPow32);
+    if (low32 < 0) low32 += twoPow32;
+    return static_cast<std::uint32_t>(low32);
 }
 
 std::string NumberText(double value) {
@@ -72,6 +73,14 @@ std::uint8_t WholeKey(int width, Signedness signedness) {
 Value Assembly::Evaluate(std::string_view text) {
     ++pChangeableEvents;
     return Evaluate(text, KeptText(text));
+}
+
+const Value& Assembly::EvaluateInPlace(std::string_view text, ProgramHandle& program) {
+    pEvaluator->SetCaseSensitive(pState.Options.CaseSensitiveSymbols);
+    const Value& result = pEvaluator->EvaluateInPlace(text, program);
+    // Most evaluations record nothing; listing faults changes no value.
+    if (pEvaluator->ErrorCount() > 0) ReportEvaluatorFaults();
+    return result;
 }
 
 // An operand of a kept statement remembers its program.
@@ -120,26 +129,60 @@ Value Assembly::EvaluateOperand(std::string_view text, int width, Signedness sig
     const std::uint8_t key = WholeKey(width, signedness);
     // The text of one constant reduces to the same value in every pass.
     if (kept && kept->WholeKey == key && pEvaluator->KeepsResults()) return Value{kept->Whole};
-    const Value result = Evaluate(text, kept);
+    // A kept operand's value is taken where it lies: it is read before
+    // anything can change it.
+    Value copy;
+    const Value& result = kept ? EvaluateInPlace(text, kept->Program) : copy = Evaluate(text, kept);
     if (IsEmpty(result)) {
         ++pChangeableEvents;
-        return result;
+        return Value{};
     }
+    bool clean = true;
+    // Most operands are whole numbers: they are checked without doubles.
+    const auto* integer = std::get_if<std::int32_t>(&result);
+    const std::int32_t whole = integer
+                                   ? ReduceWhole(text, *integer, width, signedness, force, clean)
+                                   : ReduceNumber(text, result, width, signedness, force, clean);
+    if (kept && clean && pEvaluator->KeepsResults() && pEvaluator->IsConstant(kept->Program)) {
+        kept->Whole = whole;
+        kept->WholeKey = key;
+    } else {
+        ++pChangeableEvents;
+    }
+    return Value{whole};
+}
+
+std::int32_t Assembly::ReduceWhole(std::string_view text, std::int32_t value, int width,
+                                   Signedness signedness, bool force, bool& clean) {
+    const Range range = RangeFor(width, signedness);
+    if (value < range.Lowest || value > range.Highest) [[unlikely]] {
+        ReportOutOfRange(text, value, range.Message, force);
+        clean = false;
+    }
+    return ToWidth(static_cast<std::uint32_t>(value), width, signedness);
+}
+
+void Assembly::ReportOutOfRange(std::string_view text, std::int32_t value, const char* message,
+                                bool force) {
+    ListError(message, std::string(text) + " = " + std::to_string(value), force);
+}
+
+std::int32_t Assembly::ReduceNumber(std::string_view text, const Value& result, int width,
+                                    Signedness signedness, bool force, bool& clean) {
     std::optional<double> number = AsNumber(result);
     if (!number) {
         // A quoted string of one character stands for its code.
         const std::string& chars = std::get<std::string>(result);
-        if (chars.size() == 1) {
-            number = static_cast<unsigned char>(chars[0]);
-        } else {
+        if (chars.size() != 1) {
             ListError("Value out of Range", text, force);
-            return Value{std::int32_t{0}};
+            clean = false;
+            return 0;
         }
+        number = static_cast<unsigned char>(chars[0]);
     }
     const Range range = RangeFor(width, signedness);
     // The detail is composed only for a diagnostic: most operands are fine.
     const auto detail = [&] { return std::string(text) + " = " + NumberText(*number); };
-    bool clean = true;
     if (*number < range.Lowest || *number > range.Highest) {
         ListError(range.Message, detail(), force);
         clean = false;
@@ -148,14 +191,7 @@ Value Assembly::EvaluateOperand(std::string_view text, int width, Signedness sig
         ListWarning("Value Truncated to Integer", detail(), force);
         clean = false;
     }
-    const std::int32_t whole = ToWidth(*number, width, signedness);
-    if (kept && clean && pEvaluator->KeepsResults() && pEvaluator->IsConstant(kept->Program)) {
-        kept->Whole = whole;
-        kept->WholeKey = key;
-    } else {
-        ++pChangeableEvents;
-    }
-    return Value{whole};
+    return ToWidth(WholeBitsOf(*number), width, signedness);
 }
 
 } // namespace trident

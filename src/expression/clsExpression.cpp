@@ -84,6 +84,29 @@ Value clsExpression::Evaluate() {
 }
 
 Value clsExpression::Evaluate(std::string_view text, ProgramHandle& handle) {
+    return EvaluateInPlace(text, handle);
+}
+
+const Value& clsExpression::EvaluateInPlace(std::string_view text, ProgramHandle& handle) {
+    expr::Program& program = ProgramOf(text, handle);
+    // Most operands are one constant or one name: while results are kept as
+    // computed, they are what the program holds or the table stores.
+    if (program.Steps.size() == 1 && (pPrecision == 0 || pPrecision == 1)) {
+        const expr::Step& only = program.Steps.front();
+        if (only.Kind == expr::StepKind::Constant) return program.Constants[only.Index];
+        if (only.Kind == expr::StepKind::Name) {
+            const Value* value = LookUpNameInPlace(program.Names[only.Index]);
+            if (value != nullptr) return *value;
+            pHeld = Value{};
+            return pHeld;
+        }
+    }
+    pHeld = Run(program);
+    ApplyPrecision(pHeld);
+    return pHeld;
+}
+
+expr::Program& clsExpression::ProgramOf(std::string_view text, ProgramHandle& handle) {
     const expr::OperatorOrder order = Order();
     if (order != pProgramsOrder || handle.pGeneration != pPrograms.Generation()) {
         expr::Program& program = ProgramFor(text, order);
@@ -91,9 +114,7 @@ Value clsExpression::Evaluate(std::string_view text, ProgramHandle& handle) {
         handle.pProgram = &program;
         handle.pGeneration = &program == &pUnkeptProgram ? 0 : pPrograms.Generation();
     }
-    Value result = Run(*handle.pProgram);
-    ApplyPrecision(result);
-    return result;
+    return *handle.pProgram;
 }
 
 bool clsExpression::IsConstant(const ProgramHandle& handle) const {
@@ -190,13 +211,21 @@ bool clsExpression::RunStep(const expr::Step& step, expr::Program& program) {
 // resolved, is reported; the empty result tells the caller to wait for a
 // later pass.
 Value clsExpression::LookUpName(SymbolName& name) {
+    const Value* value = LookUpNameInPlace(name);
+    return value ? *value : Value{};
+}
+
+const Value* clsExpression::LookUpNameInPlace(SymbolName& name) {
     if (pVariables == nullptr) {
         pErrors.AddError(EvalError::OperandDoesNotExist, name.Text());
-        return {};
+        return nullptr;
     }
     if (pVariables->CaseSensitive() != pCaseSensitive) pVariables->SetCaseSensitive(pCaseSensitive);
-    Value value = pVariables->Variable(name);
-    if (IsEmpty(value)) pErrors.AddError(EvalError::NonExistentVariable, name.Text());
+    const Value* value = pVariables->VariableInPlace(name);
+    if (value == nullptr || IsEmpty(*value)) {
+        pErrors.AddError(EvalError::NonExistentVariable, name.Text());
+        return nullptr;
+    }
     return value;
 }
 

@@ -61,6 +61,11 @@ class clsExpression {
     // caller keeps the handle with the text. Expression and Result are left
     // as they were.
     Value Evaluate(std::string_view text, ProgramHandle& handle);
+    // As Evaluate(text, handle), the result without a copy where there is
+    // one to refer to (the constant of a one-constant program, the stored
+    // value of a one-name program): it holds until the next evaluation or
+    // until the symbol table changes.
+    const Value& EvaluateInPlace(std::string_view text, ProgramHandle& handle);
     // Whether `handle` holds a program that is one constant: evaluating its
     // text gives that constant, without a fault, while KeepsResults.
     bool IsConstant(const ProgramHandle& handle) const;
@@ -112,6 +117,9 @@ class clsExpression {
     Value Run(expr::Program& program);
     bool RunStep(const expr::Step& step, expr::Program& program);
     Value LookUpName(SymbolName& name);
+    // LookUpName without a copy; nullptr when the name has no value.
+    const Value* LookUpNameInPlace(SymbolName& name);
+    expr::Program& ProgramOf(std::string_view text, ProgramHandle& handle);
     void ApplyPrecision(Value& value);
 
     std::string pExpression;
@@ -129,6 +137,8 @@ class clsExpression {
     expr::OperatorOrder pProgramsOrder = expr::OperatorOrder::Levels;
     // The program of a text that no longer fits among the kept ones.
     expr::Program pUnkeptProgram;
+    // The result of EvaluateInPlace when there is nothing to refer to.
+    Value pHeld;
     std::vector<Value> pStack;
 };
 

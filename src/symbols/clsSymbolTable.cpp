@@ -142,17 +142,23 @@ void clsSymbolTable::AdvanceFirstUnused() {
 }
 
 Value clsSymbolTable::Variable(std::string_view name) {
-    return TakeValue(FindSlot(name), name);
+    const Value* value = TakeValue(FindSlot(name), name);
+    return value ? *value : Value{};
 }
 
 Value clsSymbolTable::Variable(SymbolName& name) {
+    const Value* value = VariableInPlace(name);
+    return value ? *value : Value{};
+}
+
+const Value* clsSymbolTable::VariableInPlace(SymbolName& name) {
     return TakeValue(FindSlot(name), name.pName);
 }
 
-Value clsSymbolTable::TakeValue(int slot, std::string_view name) {
+const Value* clsSymbolTable::TakeValue(int slot, std::string_view name) {
     if (slot < 0) {
         pIndex = -1;
-        return {};
+        return nullptr;
     }
     Slot& entry = Write(slot);
     if (name.starts_with("..") && entry.Pass != CurrentPass && pErrorSink) {
@@ -161,7 +167,7 @@ Value clsSymbolTable::TakeValue(int slot, std::string_view name) {
     entry.Refed = true;
     pIndex = static_cast<std::int16_t>(slot);
     if (pReferenceSink) pReferenceSink(slot);
-    return entry.Val;
+    return &entry.Val;
 }
 
 void clsSymbolTable::SetVariable(std::string_view name, const Value& value) {

@@ -70,6 +70,9 @@ class clsSymbolTable {
     // The same for a name met before: its normalised form and its slot are
     // reused while they hold.
     Value Variable(SymbolName& name);
+    // Variable(name) without a copy: the stored value, which holds until the
+    // table next changes; nullptr when the name is unknown.
+    const Value* VariableInPlace(SymbolName& name);
     // Define or update: an existing name gets only its value replaced.
     void SetVariable(std::string_view name, const Value& value);
     // SetVariable("$", address): the location counter, set before every
@@ -158,7 +161,7 @@ class clsSymbolTable {
     void Remember(SymbolSlot& found, int slot) const;
     void SetLocationSlowly(std::int32_t address);
     // The look-up's effects on the slot found (none: -1).
-    Value TakeValue(int slot, std::string_view name);
+    const Value* TakeValue(int slot, std::string_view name);
     int UsedCount() const { return pUsed; }
     void RebuildIndex();
     void AdvanceFirstUnused();
