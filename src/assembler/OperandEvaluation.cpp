@@ -70,6 +70,11 @@ std::uint8_t WholeKey(int width, Signedness signedness) {
 
 } // namespace
 
+// An operand of a kept statement remembers its program.
+inline StatementMemo::Operand* Assembly::KeptText(std::string_view text) {
+    return pStatement.Memo ? pStatement.Memo->EvaluatedText(pStatement.OperandList, text) : nullptr;
+}
+
 Value Assembly::Evaluate(std::string_view text) {
     ++pChangeableEvents;
     return Evaluate(text, KeptText(text));
@@ -81,11 +86,6 @@ const Value& Assembly::EvaluateInPlace(std::string_view text, ProgramHandle& pro
     // Most evaluations record nothing; listing faults changes no value.
     if (pEvaluator->ErrorCount() > 0) ReportEvaluatorFaults();
     return result;
-}
-
-// An operand of a kept statement remembers its program.
-StatementMemo::Operand* Assembly::KeptText(std::string_view text) {
-    return pStatement.Memo ? pStatement.Memo->EvaluatedText(pStatement.OperandList, text) : nullptr;
 }
 
 Value Assembly::Evaluate(std::string_view text, StatementMemo::Operand* kept) {

@@ -49,6 +49,8 @@ bool ZilogHandler::Handle(Assembly& run, Statement& statement) {
 }
 
 bool ZilogHandler::SwitchNotation(Assembly& run, Statement& statement) {
+    // Every instruction asks: most words are told apart by their first character.
+    if (!statement.Keyword.starts_with('.')) return false;
     const auto found = std::find_if(
         NotationDirectives.begin(), NotationDirectives.end(),
         [&](const NotationDirective& directive) { return directive.Name == statement.Keyword; });

@@ -30,6 +30,8 @@ class MacroProcessor {
 
     // While a block is open every statement belongs to its body.
     bool CollectBody(Assembly& run, Statement& statement);
+    // Whether a block is open; every statement asks.
+    bool Collecting() const { return pDepth > 0; }
     // macro, rept, irp, irpc, a stray endm, local and exitm.
     bool ExecuteDirective(Assembly& run, Statement& statement);
     // The words ExecuteDirective acts on.
