@@ -379,12 +379,12 @@ void Assembly::Dispatch(Statement& statement) {
 }
 
 void Assembly::ListError(std::string_view message, std::string_view detail, bool force) {
-    ++pChangeableEvents;
+    ++pDiagnosticsRaised;
     pListing.ListError(message, detail, force, pStatement.Where);
 }
 
 void Assembly::ListWarning(std::string_view message, std::string_view detail, bool force) {
-    ++pChangeableEvents;
+    ++pDiagnosticsRaised;
     pListing.ListWarning(message, detail, force, pStatement.Where);
 }
 

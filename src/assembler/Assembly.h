@@ -124,11 +124,12 @@ class Assembly {
     // listing text to `text` (nothing when the line will not be listed).
     void EmitBits(std::uint32_t whole, int width, std::string& text);
 
-    // For keeping an instruction's encoding: a count that grows with every
-    // diagnostic raised and every operand value that is not a constant (and
-    // so may differ in a later pass); and the log that EmitBits adds the
-    // values it emits to while one is set.
-    std::uint64_t ChangeableEvents() const { return pChangeableEvents; }
+    // For keeping an instruction's encoding: counts that grow with every
+    // operand value that is not a constant (and so may differ in a later
+    // pass), and with that or any diagnostic raised; and the log that
+    // EmitBits adds the values it emits to while one is set.
+    std::uint64_t VariableValues() const { return pVariableValues; }
+    std::uint64_t ChangeableEvents() const { return pVariableValues + pDiagnosticsRaised; }
     void LogEmissions(StatementMemo::Encoding* log) { pEmissionLog = log; }
     StatementMemo::Encoding* EmissionLog() const { return pEmissionLog; }
 
@@ -236,7 +237,8 @@ class Assembly {
     bool pLineFromMainFile = false;
     int pLineMacroDepth = 0;
     Statement pStatement;
-    std::uint64_t pChangeableEvents = 0;
+    std::uint64_t pVariableValues = 0;
+    std::uint64_t pDiagnosticsRaised = 0;
     StatementMemo::Encoding* pEmissionLog = nullptr;
     std::string pFailureMessage;
 };

@@ -76,7 +76,7 @@ inline StatementMemo::Operand* Assembly::KeptText(std::string_view text) {
 }
 
 Value Assembly::Evaluate(std::string_view text) {
-    ++pChangeableEvents;
+    ++pVariableValues;
     return Evaluate(text, KeptText(text));
 }
 
@@ -108,7 +108,7 @@ void Assembly::ReportEvaluatorFaults() {
     if (!pListing.ListsLines()) {
         while (pEvaluator->ErrorCount() > 0) {
             pEvaluator->GetNextError();
-            ++pChangeableEvents;
+            ++pDiagnosticsRaised;
         }
         return;
     }
@@ -134,7 +134,7 @@ Value Assembly::EvaluateOperand(std::string_view text, int width, Signedness sig
     Value copy;
     const Value& result = kept ? EvaluateInPlace(text, kept->Program) : copy = Evaluate(text, kept);
     if (IsEmpty(result)) {
-        ++pChangeableEvents;
+        ++pVariableValues;
         return Value{};
     }
     bool clean = true;
@@ -143,11 +143,14 @@ Value Assembly::EvaluateOperand(std::string_view text, int width, Signedness sig
     const std::int32_t whole = integer
                                    ? ReduceWhole(text, *integer, width, signedness, force, clean)
                                    : ReduceNumber(text, result, width, signedness, force, clean);
-    if (kept && clean && pEvaluator->KeepsResults() && pEvaluator->IsConstant(kept->Program)) {
-        kept->Whole = whole;
-        kept->WholeKey = key;
+    if (kept && pEvaluator->KeepsResults() && pEvaluator->IsConstant(kept->Program)) {
+        // A diagnostic, counted as it was raised, comes again in every pass.
+        if (clean) {
+            kept->Whole = whole;
+            kept->WholeKey = key;
+        }
     } else {
-        ++pChangeableEvents;
+        ++pVariableValues;
     }
     return Value{whole};
 }

@@ -62,6 +62,10 @@ class StatementMemo {
         static constexpr std::size_t MostNotes = 2;
 
         bool Kept() const { return pCount > 0 && (pFlags & Spoilt) == 0; }
+        // An encoding that met a value that is not a constant meets it in
+        // every pass: it is not watched again.
+        bool GivenUp() const { return (pFlags & Never) != 0; }
+        void GiveUp() { pFlags |= Never; }
         std::size_t ValueCount() const { return pCount; }
         // The low 16 bits of value `index`, and its width (8 or 16).
         std::uint32_t Value(std::size_t index) const { return pValues[index]; }
@@ -94,6 +98,7 @@ class StatementMemo {
         // pFlags: bit i (below 4) marks value i as 16 bits wide.
         static constexpr std::uint8_t Blank = 0x10;
         static constexpr std::uint8_t Spoilt = 0x20; // something could not be kept
+        static constexpr std::uint8_t Never = 0x40;
 
         std::array<std::uint16_t, MostValues> pValues{};
         std::uint8_t pCount = 0;

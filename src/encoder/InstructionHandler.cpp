@@ -19,7 +19,7 @@ bool InstructionHandler::EncodeInstruction(Assembly& run, Statement& statement) 
         return true;
     }
     InstructionEncoding encoding(run, statement, row);
-    if (memo && encoding.Keepable())
+    if (memo && encoding.Keepable() && !memo->Emitted.GivenUp())
         EncodeAndKeep(run, statement, encoding, memo->Emitted);
     else
         encoding.Encode();
@@ -46,14 +46,19 @@ class EmissionWatch {
 
 // An encoding that raised no diagnostic and met no operand value that may
 // change (so none but constants) emits the same values in every pass.
-void InstructionHandler::EncodeAndKeep(Assembly& run, Statement& statement,
+inline void InstructionHandler::EncodeAndKeep(Assembly& run, Statement& statement,
                                        InstructionEncoding& encoding,
                                        StatementMemo::Encoding& kept) {
     StatementMemo::Encoding log;
+    const std::uint64_t values = run.VariableValues();
     const std::uint64_t events = run.ChangeableEvents();
     {
         const EmissionWatch watch(run, log);
         encoding.Encode();
+    }
+    if (run.VariableValues() != values) {
+        kept.GiveUp();
+        return;
     }
     log.SetTrailingBlank(!statement.BytesText.empty() && statement.BytesText.back() == ' ');
     if (run.ChangeableEvents() == events && run.Evaluator().KeepsResults()) kept = log;
