@@ -130,8 +130,8 @@ class Assembly {
     // EmitBits adds the values it emits to while one is set.
     std::uint64_t VariableValues() const { return pVariableValues; }
     std::uint64_t ChangeableEvents() const { return pVariableValues + pDiagnosticsRaised; }
-    void LogEmissions(StatementMemo::Encoding* log) { pEmissionLog = log; }
-    StatementMemo::Encoding* EmissionLog() const { return pEmissionLog; }
+    void LogEmissions(KeptEncoding* log) { pEmissionLog = log; }
+    KeptEncoding* EmissionLog() const { return pEmissionLog; }
 
     int MacroDepth() const { return static_cast<int>(pExpansions.size()); }
     std::vector<ExpansionLevel>& Expansions() { return pExpansions; }
@@ -239,7 +239,7 @@ class Assembly {
     Statement pStatement;
     std::uint64_t pVariableValues = 0;
     std::uint64_t pDiagnosticsRaised = 0;
-    StatementMemo::Encoding* pEmissionLog = nullptr;
+    KeptEncoding* pEmissionLog = nullptr;
     std::string pFailureMessage;
 };
 

@@ -21,7 +21,7 @@ void Assembly::DefineSymbol(std::string_view name, const Value& value, std::stri
     // The label of a kept statement remembers its slot.
     SymbolSlot* const found = pStatement.Memo && name.data() == pStatement.Label.data() &&
                                       name.size() == pStatement.Label.size()
-                                  ? &pStatement.Memo->Label
+                                  ? &pStatement.Memo->Label()
                                   : nullptr;
     if (found ? symbols.VariableExists(name, *found) : symbols.VariableExists(name)) {
         if (IsRedefinableLocal(name)) {

@@ -14,13 +14,13 @@ bool InstructionHandler::EncodeInstruction(Assembly& run, Statement& statement) 
     statement.Category = LineCategory::Instruction;
     MarkProcessor(run, statement, row);
     StatementMemo* memo = statement.Memo;
-    if (memo && memo->Emitted.Kept() && run.Evaluator().KeepsResults()) {
-        EmitAgain(run, statement, memo->Emitted);
+    if (memo && memo->Emitted().Kept() && run.Evaluator().KeepsResults()) {
+        EmitAgain(run, statement, memo->Emitted());
         return true;
     }
     InstructionEncoding encoding(run, statement, row);
-    if (memo && encoding.Keepable() && !memo->Emitted.GivenUp())
-        EncodeAndKeep(run, statement, encoding, memo->Emitted);
+    if (memo && encoding.Keepable() && !memo->Emitted().GivenUp())
+        EncodeAndKeep(run, statement, encoding, memo->Emitted());
     else
         encoding.Encode();
     return true;
@@ -31,9 +31,7 @@ namespace {
 // The log of emitted values is set for one encoding only, whatever ends it.
 class EmissionWatch {
   public:
-    EmissionWatch(Assembly& run, StatementMemo::Encoding& log) : pRun(run) {
-        pRun.LogEmissions(&log);
-    }
+    EmissionWatch(Assembly& run, KeptEncoding& log) : pRun(run) { pRun.LogEmissions(&log); }
     ~EmissionWatch() { pRun.LogEmissions(nullptr); }
     EmissionWatch(const EmissionWatch&) = delete;
     EmissionWatch& operator=(const EmissionWatch&) = delete;
@@ -47,9 +45,8 @@ class EmissionWatch {
 // An encoding that raised no diagnostic and met no operand value that may
 // change (so none but constants) emits the same values in every pass.
 inline void InstructionHandler::EncodeAndKeep(Assembly& run, Statement& statement,
-                                       InstructionEncoding& encoding,
-                                       StatementMemo::Encoding& kept) {
-    StatementMemo::Encoding log;
+                                              InstructionEncoding& encoding, KeptEncoding& kept) {
+    KeptEncoding log;
     const std::uint64_t values = run.VariableValues();
     const std::uint64_t events = run.ChangeableEvents();
     {
@@ -66,8 +63,7 @@ inline void InstructionHandler::EncodeAndKeep(Assembly& run, Statement& statemen
 
 // What the encoding did, done again: the index registers noted (their
 // warning follows the option as it is now), then the values emitted.
-void InstructionHandler::EmitAgain(Assembly& run, Statement& statement,
-                                   const StatementMemo::Encoding& kept) {
+void InstructionHandler::EmitAgain(Assembly& run, Statement& statement, const KeptEncoding& kept) {
     for (std::size_t note = 0; note < kept.NoteCount(); ++note)
         OperandReader::WarnIndexRegister(
             run, statement, statement.OperandList[static_cast<std::size_t>(kept.Note(note))]);
@@ -83,12 +79,12 @@ std::int16_t InstructionHandler::FindRow(Assembly& run, const Statement& stateme
     const OpcodeTable& table = run.Opcodes();
     StatementMemo* memo = statement.Memo;
     if (memo == nullptr) return table.FindKeyword(statement.Keyword, run.State());
-    if (memo->Row == StatementMemo::UnknownRow) {
-        memo->Row = table.FindKeyword(statement.Keyword, run.State());
-    } else if (memo->Row >= 0) {
-        table.MarkUse(memo->Row, run.State());
+    if (memo->Row() == StatementMemo::UnknownRow) {
+        memo->SetRow(table.FindKeyword(statement.Keyword, run.State()));
+    } else if (memo->Row() >= 0) {
+        table.MarkUse(memo->Row(), run.State());
     }
-    return memo->Row;
+    return memo->Row();
 }
 
 // Z80 and Z180 instructions are always assembled, whatever processor the

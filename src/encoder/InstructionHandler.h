@@ -30,8 +30,8 @@ class InstructionHandler : public StatementHandler {
     // Encodes while watching, and keeps what was emitted when the encoding
     // will be the same in every pass.
     static void EncodeAndKeep(Assembly& run, Statement& statement, InstructionEncoding& encoding,
-                              StatementMemo::Encoding& kept);
-    static void EmitAgain(Assembly& run, Statement& statement, const StatementMemo::Encoding& kept);
+                              KeptEncoding& kept);
+    static void EmitAgain(Assembly& run, Statement& statement, const KeptEncoding& kept);
 };
 
 } // namespace trident

@@ -92,7 +92,7 @@ OperandReader::Form OperandReader::ReadForm(std::string_view operand) {
 }
 
 void OperandReader::NoteIndexRegister(int index, std::string_view operand) {
-    if (StatementMemo::Encoding* log = pRun.EmissionLog()) log->AddNote(index);
+    if (KeptEncoding* log = pRun.EmissionLog()) log->AddNote(index);
     WarnIndexRegister(pRun, pStatement, operand);
 }
 
