@@ -83,7 +83,8 @@ Value Assembly::Evaluate(std::string_view text) {
 const Value& Assembly::EvaluateInPlace(std::string_view text, ProgramHandle& program) {
     pEvaluator->SetCaseSensitive(pState.Options.CaseSensitiveSymbols);
     const Value& result = pEvaluator->EvaluateInPlace(text, program);
-    // Most evaluations record nothing; listing faults changes no value.
+    // Most evaluations record nothing; reporting faults leaves the value
+    // where it lies.
     if (pEvaluator->ErrorCount() > 0) ReportEvaluatorFaults();
     return result;
 }
