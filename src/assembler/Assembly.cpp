@@ -172,6 +172,7 @@ void Assembly::EndPass() {
 }
 
 void Assembly::CloseMainFile() {
+    pStatement.Memo = nullptr;
     pMainLines.Clear();
     pLineStatements = {};
     pLineOperands = {};
@@ -330,7 +331,7 @@ void Assembly::ReadFromInclude() {
 }
 
 inline void Assembly::PrepareStatement(const SourceStatement& fields,
-                                       const MainFileLines::Prepared* kept) {
+                                       MainFileLines::Prepared* kept) {
     pStatement.ClearResults();
     PositionStatement();
     // Views of the line: the scanner's label and operation words hold no
@@ -342,10 +343,12 @@ inline void Assembly::PrepareStatement(const SourceStatement& fields,
     if (fields.TooManyOperands) FailTooManyOperands();
     pStatement.OperandList = {pLineOperands.data() + fields.FirstOperand, fields.OperandCount};
     if (kept) {
+        pStatement.Memo = &kept->Memo;
         pStatement.Keyword = kept->Keyword;
         pStatementSteps = kept->Steps;
         return;
     }
+    pStatement.Memo = nullptr;
     pStatement.Keyword = LowerCaseKeyword(fields.Operation);
     pStatementSteps = pDispatchIndex.StepsFor(pStatement.Keyword);
 }
@@ -387,10 +390,12 @@ inline void Assembly::Dispatch(Statement& statement) {
 }
 
 void Assembly::ListError(std::string_view message, std::string_view detail, bool force) {
+    ++pDiagnosticsRaised;
     pListing.ListError(message, detail, force, pStatement.Where);
 }
 
 void Assembly::ListWarning(std::string_view message, std::string_view detail, bool force) {
+    ++pDiagnosticsRaised;
     pListing.ListWarning(message, detail, force, pStatement.Where);
 }
 
@@ -418,7 +423,9 @@ std::string Assembly::EmitValue(const Value& value, int width) {
 }
 
 void Assembly::EmitBits(std::uint32_t whole, int width, std::string& text) {
-    pOutputs.WriteBits(whole, width);
+    // The object texts are written in the final pass alone.
+    if (pState.CurrentPass == 0) pOutputs.WriteBits(whole, width);
+    if (pEmissionLog) pEmissionLog->AddValue(whole, width);
     const std::uint32_t word = whole & 0xFFFFu;
     if (width == 16) {
         EmitByte(static_cast<std::uint8_t>(word & 0xFFu));

@@ -14,6 +14,7 @@
 #include "assembler/SourceStatement.h"
 #include "assembler/Statement.h"
 #include "assembler/StatementHandler.h"
+#include "assembler/StatementMemo.h"
 #include "encoder/OpcodeTable.h"
 #include "expression/clsExpression.h"
 #include "macros/ExpansionLevel.h"
@@ -126,6 +127,15 @@ class Assembly {
     // listing text to `text` (nothing when the line will not be listed).
     void EmitBits(std::uint32_t whole, int width, std::string& text);
 
+    // For keeping an instruction's encoding: counts that grow with every
+    // operand value that is not a constant (and so may differ in a later
+    // pass), and with that or any diagnostic raised; and the log that
+    // EmitBits adds the values it emits to while one is set.
+    std::uint64_t VariableValues() const { return pVariableValues; }
+    std::uint64_t ChangeableEvents() const { return pVariableValues + pDiagnosticsRaised; }
+    void LogEmissions(KeptEncoding* log) { pEmissionLog = log; }
+    KeptEncoding* EmissionLog() const { return pEmissionLog; }
+
     int MacroDepth() const { return static_cast<int>(pExpansions.size()); }
     std::vector<ExpansionLevel>& Expansions() { return pExpansions; }
     void PushExpansion(ExpansionLevel level);
@@ -159,11 +169,26 @@ class Assembly {
     void PositionStatement();
     // Fills the statement from its fields; `kept` is what was kept of a
     // main-file statement when the file was cut (nothing for other lines).
-    void PrepareStatement(const SourceStatement& fields, const MainFileLines::Prepared* kept);
+    void PrepareStatement(const SourceStatement& fields, MainFileLines::Prepared* kept);
     std::string_view LowerCaseKeyword(std::string_view operation);
     [[noreturn]] static void FailTooManyOperands();
     void Dispatch(Statement& statement);
     void RecomputeListThisLine();
+    // What a kept statement remembers of the operand that holds `text`, its
+    // evaluated text, or nullptr.
+    StatementMemo::Operand* KeptText(std::string_view text);
+    Value Evaluate(std::string_view text, StatementMemo::Operand* kept);
+    // Evaluate through a kept program, the value where it lies (see
+    // clsExpression::EvaluateInPlace).
+    const Value& EvaluateInPlace(std::string_view text, ProgramHandle& program);
+    // An operand's value reduced to `width` bits with the range rules
+    // (EvaluateOperand); `clean` is cleared when that raised a diagnostic.
+    std::int32_t ReduceWhole(std::string_view text, std::int32_t value, int width,
+                             Signedness signedness, bool force, bool& clean);
+    std::int32_t ReduceNumber(std::string_view text, const Value& result, int width,
+                              Signedness signedness, bool force, bool& clean);
+    void ReportOutOfRange(std::string_view text, std::int32_t value, const char* message,
+                          bool force);
     // Turns the evaluator's recorded faults into diagnostics.
     void ReportEvaluatorFaults();
     std::string DescribeFailure(const std::string& what) const;
@@ -243,6 +268,9 @@ class Assembly {
     bool pLineFromMainFile = false;
     int pLineMacroDepth = 0;
     Statement pStatement;
+    std::uint64_t pVariableValues = 0;
+    std::uint64_t pDiagnosticsRaised = 0;
+    KeptEncoding* pEmissionLog = nullptr;
     std::string pFailureMessage;
 };
 

@@ -9,26 +9,27 @@ constexpr int BytesPerRow = 4;
 
 } // namespace
 
+DataBytes::DataBytes(Assembly& run, std::string& text)
+    : pRun(run), pText(text), pListed(run.GetListing().ListsLines()) {}
+
 void DataBytes::Byte(const Value& value) {
     Byte(WholeBits(value));
 }
 
 void DataBytes::Byte(std::uint32_t whole) {
-    pDigits.clear();
-    pRun.EmitBits(whole, 8, pDigits);
-    Append(pDigits, 1);
+    Separate(1);
+    pRun.EmitBits(whole, 8, pText);
 }
 
 void DataBytes::Word(const Value& value) {
-    pDigits.clear();
-    pRun.EmitBits(WholeBits(value), 16, pDigits);
-    Append(pDigits, 2);
+    Separate(2);
+    pRun.EmitBits(WholeBits(value), 16, pText);
 }
 
-void DataBytes::Append(std::string_view digits, int byteCount) {
-    if (digits.empty()) return; // a line that will not be listed
+// EmitBits gives digits exactly when the line is listed.
+void DataBytes::Separate(int byteCount) {
+    if (!pListed) return;
     if (pCount > 0) pText += pCount % BytesPerRow == 0 ? "\r\n\t" : " ";
-    pText += digits;
     pCount += byteCount;
 }
 

@@ -4,19 +4,19 @@
 
 #include <cstdint>
 #include <string>
-#include <string_view>
 
 namespace trident {
 
 class Assembly;
 
-// Emits the bytes of one data statement through the run and builds their
-// listing text: hexadecimal pairs separated by blanks, in rows of four bytes;
-// every further row starts on a new line, indented by a tab so that it lines
-// up under the first.
+// Emits the bytes of one data statement through the run and appends their
+// listing text to the statement's: hexadecimal pairs separated by blanks,
+// in rows of four bytes; every further row starts on a new line, indented
+// by a tab so that it lines up under the first. A line that will not be
+// listed gets no text.
 class DataBytes {
   public:
-    explicit DataBytes(Assembly& run) : pRun(run) {}
+    DataBytes(Assembly& run, std::string& text);
 
     // An 8-bit value; empty (unresolved) emits 0.
     void Byte(const Value& value);
@@ -26,14 +26,13 @@ class DataBytes {
     // A 16-bit value, low byte first; listed as one group of four digits.
     void Word(const Value& value);
 
-    const std::string& Text() const { return pText; }
-
   private:
-    void Append(std::string_view digits, int byteCount);
+    // The separator ahead of the next group of digits, on a listed line.
+    void Separate(int byteCount);
 
     Assembly& pRun;
-    std::string pText;
-    std::string pDigits;
+    std::string& pText;
+    const bool pListed;
     int pCount = 0;
 };
 

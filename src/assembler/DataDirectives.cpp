@@ -3,7 +3,7 @@
 #include "assembler/Assembly.h"
 #include "assembler/DataBytes.h"
 #include "assembler/KeywordIndex.h"
-#include "assembler/LineScanner.h"
+#include "assembler/TrimmedView.h"
 #include "encoder/OperandReader.h"
 
 #include <algorithm>
@@ -136,10 +136,10 @@ bool DataDirectives::Handle(Assembly& run, Statement& statement) {
 
 void DataDirectives::EmitBytes(Assembly& run, Statement& statement, const Form& form) {
     if (MissingOperands(run, statement)) return;
-    DataBytes bytes(run);
+    DataBytes bytes(run, statement.BytesText);
     const std::size_t last = statement.OperandList.size() - 1;
     for (std::size_t i = 0; i <= last; ++i) {
-        const std::string operand = LineScanner::TrimBlanks(statement.OperandList[i]);
+        const std::string_view operand = TrimmedView(statement.OperandList[i]);
         const bool final = i == last;
         if (IsQuotedString(operand)) {
             const bool mark = final && form.End != Ending::Plain && form.End != Ending::ZeroByte;
@@ -152,7 +152,6 @@ void DataDirectives::EmitBytes(Assembly& run, Statement& statement, const Form& 
         bytes.Byte(value);
     }
     if (form.End == Ending::ZeroByte) bytes.Byte(std::uint8_t{0});
-    statement.BytesText += bytes.Text();
 }
 
 // The last character is emitted with 128 added: the end of a text marked
@@ -167,10 +166,9 @@ void DataDirectives::EmitCharacters(DataBytes& bytes, std::string_view character
 
 void DataDirectives::EmitWords(Assembly& run, Statement& statement) {
     if (MissingOperands(run, statement)) return;
-    DataBytes bytes(run);
+    DataBytes bytes(run, statement.BytesText);
     for (const std::string_view operand : statement.OperandList)
-        bytes.Word(run.EvaluateOperand(LineScanner::TrimBlanks(operand), 16));
-    statement.BytesText += bytes.Text();
+        bytes.Word(run.EvaluateOperand(TrimmedView(operand), 16));
 }
 
 // Reserved space is never filled in the object texts: their records restart
@@ -179,7 +177,7 @@ void DataDirectives::EmitWords(Assembly& run, Statement& statement) {
 void DataDirectives::Reserve(Assembly& run, Statement& statement) {
     const OperandReader operands(run, statement);
     operands.CheckOperandCount(1);
-    const std::string operand = LineScanner::TrimBlanks(operands.Operand(0));
+    const std::string_view operand = TrimmedView(operands.Operand(0));
     const Value size = run.EvaluateOperand(operand, 16);
     if (IsEmpty(size)) {
         run.TerminalStop(operand);
@@ -194,20 +192,19 @@ void DataDirectives::EmitText(Assembly& run, Statement& statement, const Form& f
     const OperandReader operands(run, statement);
     operands.CheckOperandCount(1);
     if (statement.OperandList.empty()) return;
-    DataBytes bytes(run);
-    const std::string text = run.ConvertQuotedString(LineScanner::TrimBlanks(operands.Operand(0)));
+    DataBytes bytes(run, statement.BytesText);
+    const std::string text = run.ConvertQuotedString(TrimmedView(operands.Operand(0)));
     EmitCharacters(bytes, text, form.End == Ending::MarkLastCharacter);
     if (form.End == Ending::ZeroByte) bytes.Byte(std::uint8_t{0});
-    statement.BytesText += bytes.Text();
 }
 
 void DataDirectives::EmitIeee(Assembly& run, Statement& statement, const Form& form) {
     if (MissingOperands(run, statement)) return;
-    DataBytes bytes(run);
+    DataBytes bytes(run, statement.BytesText);
     const bool single = form.Kind == Family::IeeeSingle;
     const int size = single ? 4 : 8;
     for (const std::string_view operand : statement.OperandList) {
-        const double number = IeeeNumber(run, LineScanner::TrimBlanks(operand));
+        const double number = IeeeNumber(run, TrimmedView(operand));
         const std::uint64_t bits = single ? std::bit_cast<std::uint32_t>(static_cast<float>(number))
                                           : std::bit_cast<std::uint64_t>(number);
         for (int i = 0; i < size; ++i) {
@@ -215,7 +212,6 @@ void DataDirectives::EmitIeee(Assembly& run, Statement& statement, const Form& f
             bytes.Byte(static_cast<std::uint8_t>((bits >> shift) & 0xFFu));
         }
     }
-    statement.BytesText += bytes.Text();
 }
 
 } // namespace trident

@@ -37,6 +37,7 @@ void MainFileLines::Clear() {
     pOperands.clear();
     pLines.clear();
     pFailures.clear();
+    pOperandMemos.Clear();
 }
 
 // Most lines end with a line feed and hold one statement of one or two
@@ -65,9 +66,14 @@ void MainFileLines::Load(SourceFile& file, bool stripParity, const DispatchIndex
         const std::size_t first = pStatements.size();
         const std::size_t count = Cut(line);
         pLines.push_back({first, static_cast<std::uint32_t>(count), file.Position()});
-        for (const SourceStatement& statement : std::span(pStatements).subspan(first, count))
-            pPrepared.push_back(statement.Operation.empty() ? Prepared{{}, noWordSteps}
-                                                            : Prepare(statement.Operation, steps));
+        for (const SourceStatement& statement : std::span(pStatements).subspan(first, count)) {
+            Prepared& prepared =
+                pPrepared.emplace_back(statement.Operation.empty()
+                                           ? Prepared{{}, noWordSteps, {}}
+                                           : Prepare(statement.Operation, steps));
+            if (statement.OperandCount > 0 && !statement.TooManyOperands)
+                prepared.Memo.KeepOperands(pOperandMemos.Take(statement.OperandCount));
+        }
     }
     file.Rewind();
 }
@@ -93,7 +99,7 @@ inline MainFileLines::Prepared MainFileLines::Prepare(std::string_view operation
     std::string_view keyword = operation;
     if (std::any_of(operation.begin(), operation.end(), upper))
         keyword = pTexts.emplace_back(LineScanner::LowerCase(operation));
-    return {keyword, steps.StepsFor(keyword)};
+    return {keyword, steps.StepsFor(keyword), {}};
 }
 
 void MainFileLines::RethrowCutFailure(std::size_t index) const {

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "assembler/DispatchIndex.h"
+#include "assembler/OperandMemoStore.h"
 #include "assembler/SourceFile.h"
 #include "assembler/SourceStatement.h"
+#include "assembler/StatementMemo.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -28,6 +30,8 @@ class MainFileLines {
     struct Prepared {
         std::string_view Keyword;
         DispatchIndex::StepSet Steps = 0;
+        // What the handlers work out for the statement, for every pass.
+        StatementMemo Memo;
     };
 
     // Cuts every line of `file` (which is left at its first line), prepared
@@ -82,6 +86,7 @@ class MainFileLines {
     std::vector<LineRange> pLines;
     // Why the lines that failed to be cut failed, by line.
     std::unordered_map<std::size_t, std::exception_ptr> pFailures;
+    OperandMemoStore pOperandMemos;
     bool pStrippedParity = false;
 };
 

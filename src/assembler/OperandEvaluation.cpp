@@ -1,6 +1,7 @@
 // Turning operand text into values: evaluation with the evaluator's faults
 // turned into listing diagnostics, and the range rules of each width.
 #include "assembler/Assembly.h"
+#include "assembler/StatementMemo.h"
 
 #include <cmath>
 #include <cstdint>
@@ -11,8 +12,8 @@ namespace trident {
 namespace {
 
 struct Range {
-    double Lowest;
-    double Highest;
+    std::int32_t Lowest;
+    std::int32_t Highest;
     const char* Message;
 };
 
@@ -21,36 +22,37 @@ Range RangeFor(int width, Signedness signedness) {
     const bool wide = width == 16;
     switch (signedness) {
     case Signedness::Signed:
-        return {wide ? -32768.0 : -128.0, wide ? 32767.0 : 127.0, "Signed Value out of Range"};
+        return {wide ? -32768 : -128, wide ? 32767 : 127, "Signed Value out of Range"};
     case Signedness::Unsigned:
-        return {0, wide ? 65535.0 : 255.0, "Unsigned Value out of Range"};
+        return {0, wide ? 65535 : 255, "Unsigned Value out of Range"};
     case Signedness::Either:
         break;
     }
-    return {wide ? -32768.0 : -128.0, wide ? 65535.0 : 255.0, "Value out of Range"};
+    return {wide ? -32768 : -128, wide ? 65535 : 255, "Value out of Range"};
 }
 
-// The value reduced to `width` bits: two's complement for signed operands,
-// the low bits otherwise.
-std::int32_t ToWidth(double value, int width, Signedness signedness) {
-    // The low 32 bits of the whole part, taken exactly for every double
-    // however large; infinity and NaN have none.
-    constexpr double twoPow32 = 4294967296.0;
-    constexpr double twoPow53 = 9007199254740992.0;
-    std::uint32_t bits = 0;
-    if (std::fabs(value) < twoPow53) {
-        // Exact in 64 bits: the low 32 bits of the two's complement.
-        bits = static_cast<std::uint32_t>(static_cast<std::int64_t>(std::trunc(value)));
-    } else if (std::isfinite(value)) {
-        double low32 = std::fmod(std::trunc(value), twoPow32);
-        if (low32 < 0) low32 += twoPow32;
-        bits = static_cast<std::uint32_t>(low32);
-    }
+// The low `width` bits of `bits`: two's complement for signed operands, the
+// low bits otherwise.
+std::int32_t ToWidth(std::uint32_t bits, int width, Signedness signedness) {
     const std::uint32_t mask = (1u << width) - 1u;
     const std::uint32_t low = bits & mask;
     if (signedness == Signedness::Signed && width > 3 && (low & (1u << (width - 1))) != 0)
         return static_cast<std::int32_t>(low) - static_cast<std::int32_t>(1u << width);
     return static_cast<std::int32_t>(low);
+}
+
+// The low 32 bits of the whole part of `value`, taken exactly for every
+// double however large; infinity and NaN have none.
+std::uint32_t WholeBitsOf(double value) {
+    constexpr double twoPow32 = 4294967296.0;
+    constexpr double twoPow53 = 9007199254740992.0;
+    // Exact in 64 bits: the low 32 bits of the two's complement.
+    if (std::fabs(value) < twoPow53)
+        return static_cast<std::uint32_t>(static_cast<std::int64_t>(std::trunc(value)));
+    if (!std::isfinite(value)) return 0;
+    double low32 = std::fmod(std::trunc(value), twoPow32);
+    if (low32 < 0) low32 += twoPow32;
+    return static_cast<std::uint32_t>(low32);
 }
 
 std::string NumberText(double value) {
@@ -61,11 +63,35 @@ std::string NumberText(double value) {
     return text;
 }
 
+// The width and signedness an operand value was reduced for, never 0.
+std::uint8_t WholeKey(int width, Signedness signedness) {
+    return static_cast<std::uint8_t>(0x80 | width | static_cast<int>(signedness) << 5);
+}
+
 } // namespace
 
+// An operand of a kept statement remembers its program.
+inline StatementMemo::Operand* Assembly::KeptText(std::string_view text) {
+    return pStatement.Memo ? pStatement.Memo->EvaluatedText(pStatement.OperandList, text) : nullptr;
+}
+
 Value Assembly::Evaluate(std::string_view text) {
+    ++pVariableValues;
+    return Evaluate(text, KeptText(text));
+}
+
+const Value& Assembly::EvaluateInPlace(std::string_view text, ProgramHandle& program) {
     pEvaluator->SetCaseSensitive(pState.Options.CaseSensitiveSymbols);
-    Value result = pEvaluator->Evaluate(text);
+    const Value& result = pEvaluator->EvaluateInPlace(text, program);
+    // Most evaluations record nothing; reporting faults leaves the value
+    // where it lies.
+    if (pEvaluator->ErrorCount() > 0) ReportEvaluatorFaults();
+    return result;
+}
+
+Value Assembly::Evaluate(std::string_view text, StatementMemo::Operand* kept) {
+    pEvaluator->SetCaseSensitive(pState.Options.CaseSensitiveSymbols);
+    Value result = kept ? pEvaluator->Evaluate(text, kept->Program) : pEvaluator->Evaluate(text);
     // Most evaluations record nothing.
     if (pEvaluator->ErrorCount() > 0) ReportEvaluatorFaults();
     return result;
@@ -78,6 +104,15 @@ std::string Assembly::ConvertQuotedString(std::string_view text) {
 }
 
 void Assembly::ReportEvaluatorFaults() {
+    // Diagnostics are written only with a listed line: the faults of the
+    // other lines are taken off the list without composing their texts.
+    if (!pListing.ListsLines()) {
+        while (pEvaluator->ErrorCount() > 0) {
+            pEvaluator->GetNextError();
+            ++pDiagnosticsRaised;
+        }
+        return;
+    }
     while (pEvaluator->ErrorCount() > 0) {
         const std::int32_t code = pEvaluator->GetNextError();
         const std::string message = clsExpression::ErrorString(code);
@@ -91,27 +126,76 @@ void Assembly::ReportEvaluatorFaults() {
 
 Value Assembly::EvaluateOperand(std::string_view text, int width, Signedness signedness,
                                 bool force) {
-    const Value result = Evaluate(text);
-    if (IsEmpty(result)) return result;
+    StatementMemo::Operand* kept = KeptText(text);
+    const std::uint8_t key = WholeKey(width, signedness);
+    // The text of one constant reduces to the same value in every pass.
+    if (kept && kept->WholeKey == key && pEvaluator->KeepsResults()) return Value{kept->Whole};
+    // A kept operand's value is taken where it lies: it is read before
+    // anything can change it.
+    Value copy;
+    const Value& result = kept ? EvaluateInPlace(text, kept->Program) : copy = Evaluate(text, kept);
+    if (IsEmpty(result)) {
+        ++pVariableValues;
+        return Value{};
+    }
+    bool clean = true;
+    // Most operands are whole numbers: they are checked without doubles.
+    const auto* integer = std::get_if<std::int32_t>(&result);
+    const std::int32_t whole = integer
+                                   ? ReduceWhole(text, *integer, width, signedness, force, clean)
+                                   : ReduceNumber(text, result, width, signedness, force, clean);
+    if (kept && pEvaluator->KeepsResults() && pEvaluator->IsConstant(kept->Program)) {
+        // A diagnostic, counted as it was raised, comes again in every pass.
+        if (clean) {
+            kept->Whole = whole;
+            kept->WholeKey = key;
+        }
+    } else {
+        ++pVariableValues;
+    }
+    return Value{whole};
+}
+
+std::int32_t Assembly::ReduceWhole(std::string_view text, std::int32_t value, int width,
+                                   Signedness signedness, bool force, bool& clean) {
+    const Range range = RangeFor(width, signedness);
+    if (value < range.Lowest || value > range.Highest) [[unlikely]] {
+        ReportOutOfRange(text, value, range.Message, force);
+        clean = false;
+    }
+    return ToWidth(static_cast<std::uint32_t>(value), width, signedness);
+}
+
+void Assembly::ReportOutOfRange(std::string_view text, std::int32_t value, const char* message,
+                                bool force) {
+    ListError(message, std::string(text) + " = " + std::to_string(value), force);
+}
+
+std::int32_t Assembly::ReduceNumber(std::string_view text, const Value& result, int width,
+                                    Signedness signedness, bool force, bool& clean) {
     std::optional<double> number = AsNumber(result);
     if (!number) {
         // A quoted string of one character stands for its code.
         const std::string& chars = std::get<std::string>(result);
-        if (chars.size() == 1) {
-            number = static_cast<unsigned char>(chars[0]);
-        } else {
+        if (chars.size() != 1) {
             ListError("Value out of Range", text, force);
-            return Value{std::int32_t{0}};
+            clean = false;
+            return 0;
         }
+        number = static_cast<unsigned char>(chars[0]);
     }
     const Range range = RangeFor(width, signedness);
     // The detail is composed only for a diagnostic: most operands are fine.
     const auto detail = [&] { return std::string(text) + " = " + NumberText(*number); };
-    if (*number < range.Lowest || *number > range.Highest)
+    if (*number < range.Lowest || *number > range.Highest) {
         ListError(range.Message, detail(), force);
-    if (width != 3 && signedness == Signedness::Either && *number != std::trunc(*number))
+        clean = false;
+    }
+    if (width != 3 && signedness == Signedness::Either && *number != std::trunc(*number)) {
         ListWarning("Value Truncated to Integer", detail(), force);
-    return Value{ToWidth(*number, width, signedness)};
+        clean = false;
+    }
+    return ToWidth(WholeBitsOf(*number), width, signedness);
 }
 
 } // namespace trident

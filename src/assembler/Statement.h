@@ -9,6 +9,8 @@
 
 namespace trident {
 
+class StatementMemo;
+
 // The statement under way: its fields as scanned, its operands, and what
 // its execution leaves for the listing line.
 struct Statement {
@@ -27,6 +29,10 @@ struct Statement {
     // the operands points it at a list of its own instead of writing to it.
     std::span<const std::string_view> OperandList;
     SourcePosition Where;
+    // What the handlers worked out for this statement of the main file in
+    // an earlier pass (or are working out now), to reuse; null for lines
+    // that are not kept (macro expansions, include files, macro libraries).
+    StatementMemo* Memo = nullptr;
 
     LineCategory Category = LineCategory::None;
     // Hexadecimal text of the emitted bytes.

@@ -1,6 +1,7 @@
 // Giving names their values: labels and equ names once, set names at will.
 #include "assembler/Assembly.h"
 #include "assembler/RunFailure.h"
+#include "assembler/StatementMemo.h"
 
 namespace trident {
 namespace {
@@ -17,7 +18,12 @@ void Assembly::DefineSymbol(std::string_view name, const Value& value, std::stri
         return;
     }
     clsSymbolTable& symbols = *pSymbols;
-    if (symbols.VariableExists(name)) {
+    // The label of a kept statement remembers its slot.
+    SymbolSlot* const found = pStatement.Memo && name.data() == pStatement.Label.data() &&
+                                      name.size() == pStatement.Label.size()
+                                  ? &pStatement.Memo->Label()
+                                  : nullptr;
+    if (found ? symbols.VariableExists(name, *found) : symbols.VariableExists(name)) {
         if (IsRedefinableLocal(name)) {
             symbols.SetVariable(name, value);
             symbols.SetPass(pState.CurrentPass);
@@ -40,7 +46,10 @@ void Assembly::DefineSymbol(std::string_view name, const Value& value, std::stri
         pState.UnresolvedDefinition = true;
         return;
     }
-    symbols.SetVariable(name, value);
+    if (found)
+        symbols.SetVariable(name, value, *found);
+    else
+        symbols.SetVariable(name, value);
     if (symbols.Index() < 0)
         throw RunFailure("symbol table full: more than " +
                          std::to_string(clsSymbolTable::SlotCount) + " symbols");

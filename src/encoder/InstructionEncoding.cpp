@@ -41,29 +41,31 @@ const InstructionEncoding::ClassRule* InstructionEncoding::RuleFor(OperandClass 
     using enum OperandClass;
     using E = InstructionEncoding;
     // The classes mems, memd, regreg, regmem, memreg, memdata and regdata
-    // have no encoding: their rows assemble to nothing.
+    // have no encoding: their rows assemble to nothing. Every class but
+    // the relative jump depends on its row and operands alone; the jump
+    // depends on the statement's address too, which a later pass may move.
     static constexpr std::array<ClassRule, 21> Rules{{
-        {Blank, 0, &E::Blank},
-        {Data, 1, &E::ImmediateByte},
-        {Port, 1, &E::ImmediateByte},
-        {Label, 1, &E::ImmediateWord},
-        {Address, 1, &E::ImmediateWord},
-        {RegOrMemS, 1, &E::RegOrMemS},
-        {RegOrMemSRev, 1, &E::RegOrMemSRev},
-        {NumberRegOrMemS, 2, &E::NumberRegOrMemS},
-        {RegOrMemD, 1, &E::RegOrMemD},
-        {RegS, 1, &E::RegS},
-        {RegD, 1, &E::RegD},
-        {Disp, 1, &E::Disp},
-        {Rp1, 1, &E::Rp1},
-        {Rp2, 1, &E::PairFamily},
-        {Rp3, 1, &E::PairFamily},
-        {RpData16, 2, &E::RpData16},
-        {MemRegMem, 2, &E::MemRegMem},
-        {RegOrMemData, 2, &E::RegOrMemData},
-        {RegPort, 2, &E::RegOrMemData},
-        {PortReg, 2, &E::PortReg},
-        {Number, 1, &E::Number},
+        {Blank, 0, &E::Blank, true},
+        {Data, 1, &E::ImmediateByte, true},
+        {Port, 1, &E::ImmediateByte, true},
+        {Label, 1, &E::ImmediateWord, true},
+        {Address, 1, &E::ImmediateWord, true},
+        {RegOrMemS, 1, &E::RegOrMemS, true},
+        {RegOrMemSRev, 1, &E::RegOrMemSRev, true},
+        {NumberRegOrMemS, 2, &E::NumberRegOrMemS, true},
+        {RegOrMemD, 1, &E::RegOrMemD, true},
+        {RegS, 1, &E::RegS, true},
+        {RegD, 1, &E::RegD, true},
+        {Disp, 1, &E::Disp, false},
+        {Rp1, 1, &E::Rp1, true},
+        {Rp2, 1, &E::PairFamily, true},
+        {Rp3, 1, &E::PairFamily, true},
+        {RpData16, 2, &E::RpData16, true},
+        {MemRegMem, 2, &E::MemRegMem, true},
+        {RegOrMemData, 2, &E::RegOrMemData, true},
+        {RegPort, 2, &E::RegOrMemData, true},
+        {PortReg, 2, &E::PortReg, true},
+        {Number, 1, &E::Number, true},
     }};
     // Indexed by class code: every instruction of every pass picks its rule.
     static constexpr auto ByClass = [] {
@@ -77,13 +79,17 @@ const InstructionEncoding::ClassRule* InstructionEncoding::RuleFor(OperandClass 
 }
 
 InstructionEncoding::InstructionEncoding(Assembly& run, Statement& statement, const OpcodeRow& row)
-    : pRun(run), pStatement(statement), pRow(row), pOperands(run, statement) {}
+    : pRun(run), pStatement(statement), pRow(row), pRule(RuleFor(row.Class)),
+      pOperands(run, statement) {}
+
+bool InstructionEncoding::Keepable() const {
+    return pRule != nullptr && pRule->Keepable;
+}
 
 void InstructionEncoding::Encode() {
-    const ClassRule* rule = RuleFor(pRow.Class);
-    if (rule == nullptr) return;
-    pOperands.CheckOperandCount(rule->Operands);
-    (this->*rule->Encoder)();
+    if (pRule == nullptr) return;
+    pOperands.CheckOperandCount(pRule->Operands);
+    (this->*pRule->Encoder)();
 }
 
 // --- The classes -----------------------------------------------------------
@@ -273,7 +279,7 @@ Value InstructionEncoding::EvaluateNumber(int index, int width) {
 }
 
 RegisterOperand InstructionEncoding::ReadRegister(int index, RegisterWidth width) {
-    return pOperands.ClassifyRegister(pOperands.Operand(index), width);
+    return pOperands.ReadRegister(index, width);
 }
 
 void InstructionEncoding::Emit(const Value& value, int width) {

@@ -22,6 +22,9 @@ class InstructionEncoding {
     InstructionEncoding(Assembly& run, Statement& statement, const OpcodeRow& row);
 
     void Encode();
+    // Whether the encoding depends on nothing but the row and the values of
+    // the operands, so that it can be kept when those are constants.
+    bool Keepable() const;
 
   private:
     using ClassEncoder = void (InstructionEncoding::*)();
@@ -29,6 +32,7 @@ class InstructionEncoding {
         OperandClass Class;
         std::int16_t Operands;
         ClassEncoder Encoder;
+        bool Keepable;
     };
     static const ClassRule* RuleFor(OperandClass operandClass);
 
@@ -71,6 +75,7 @@ class InstructionEncoding {
     Assembly& pRun;
     Statement& pStatement;
     const OpcodeRow& pRow;
+    const ClassRule* pRule; // nullptr for a class without an encoding
     OperandReader pOperands;
 };
 

@@ -1,20 +1,90 @@
 #include "encoder/InstructionHandler.h"
 
 #include "assembler/Assembly.h"
+#include "assembler/StatementMemo.h"
 #include "encoder/InstructionEncoding.h"
 
 namespace trident {
 
 bool InstructionHandler::EncodeInstruction(Assembly& run, Statement& statement) {
     if (statement.Operation.empty()) return false;
-    // The keyword is the operation word in lower case.
-    const std::int16_t index = run.Opcodes().FindKeyword(statement.Keyword, run.State());
+    const std::int16_t index = FindRow(run, statement);
     if (index < 0) return false;
     const OpcodeRow& row = run.Opcodes().Row(index);
     statement.Category = LineCategory::Instruction;
     MarkProcessor(run, statement, row);
-    InstructionEncoding(run, statement, row).Encode();
+    StatementMemo* memo = statement.Memo;
+    if (memo && memo->Emitted().Kept() && run.Evaluator().KeepsResults()) {
+        EmitAgain(run, statement, memo->Emitted());
+        return true;
+    }
+    InstructionEncoding encoding(run, statement, row);
+    if (memo && encoding.Keepable() && !memo->Emitted().GivenUp())
+        EncodeAndKeep(run, statement, encoding, memo->Emitted());
+    else
+        encoding.Encode();
     return true;
+}
+
+namespace {
+
+// The log of emitted values is set for one encoding only, whatever ends it.
+class EmissionWatch {
+  public:
+    EmissionWatch(Assembly& run, KeptEncoding& log) : pRun(run) { pRun.LogEmissions(&log); }
+    ~EmissionWatch() { pRun.LogEmissions(nullptr); }
+    EmissionWatch(const EmissionWatch&) = delete;
+    EmissionWatch& operator=(const EmissionWatch&) = delete;
+
+  private:
+    Assembly& pRun;
+};
+
+} // namespace
+
+// An encoding that raised no diagnostic and met no operand value that may
+// change (so none but constants) emits the same values in every pass.
+inline void InstructionHandler::EncodeAndKeep(Assembly& run, Statement& statement,
+                                              InstructionEncoding& encoding, KeptEncoding& kept) {
+    KeptEncoding log;
+    const std::uint64_t values = run.VariableValues();
+    const std::uint64_t events = run.ChangeableEvents();
+    {
+        const EmissionWatch watch(run, log);
+        encoding.Encode();
+    }
+    if (run.VariableValues() != values) {
+        kept.GiveUp();
+        return;
+    }
+    log.SetTrailingBlank(!statement.BytesText.empty() && statement.BytesText.back() == ' ');
+    if (run.ChangeableEvents() == events && run.Evaluator().KeepsResults()) kept = log;
+}
+
+// What the encoding did, done again: the index registers noted (their
+// warning follows the option as it is now), then the values emitted.
+void InstructionHandler::EmitAgain(Assembly& run, Statement& statement, const KeptEncoding& kept) {
+    for (std::size_t note = 0; note < kept.NoteCount(); ++note)
+        OperandReader::WarnIndexRegister(
+            run, statement, statement.OperandList[static_cast<std::size_t>(kept.Note(note))]);
+    for (std::size_t value = 0; value < kept.ValueCount(); ++value)
+        run.EmitBits(kept.Value(value), kept.Width(value), statement.BytesText);
+    if (kept.TrailingBlank()) statement.BytesText += ' ';
+}
+
+// The table stays the same through an assembly, and so does a kept
+// statement's word: its row is looked up once, but marks its processor as
+// used in every pass, as a look-up does.
+std::int16_t InstructionHandler::FindRow(Assembly& run, const Statement& statement) {
+    const OpcodeTable& table = run.Opcodes();
+    StatementMemo* memo = statement.Memo;
+    if (memo == nullptr) return table.FindKeyword(statement.Keyword, run.State());
+    if (memo->Row() == StatementMemo::UnknownRow) {
+        memo->SetRow(table.FindKeyword(statement.Keyword, run.State()));
+    } else if (memo->Row() >= 0) {
+        table.MarkUse(memo->Row(), run.State());
+    }
+    return memo->Row();
 }
 
 // Z80 and Z180 instructions are always assembled, whatever processor the

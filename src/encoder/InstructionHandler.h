@@ -1,9 +1,13 @@
 #pragma once
 
 #include "assembler/StatementHandler.h"
+#include "assembler/StatementMemo.h"
+
+#include <cstdint>
 
 namespace trident {
 
+class InstructionEncoding;
 struct OpcodeRow;
 
 // The statement step for processor instructions: any operation word that
@@ -19,7 +23,15 @@ class InstructionHandler : public StatementHandler {
     static bool EncodeInstruction(Assembly& run, Statement& statement);
 
   private:
+    // The row of the statement's operation word (lower case: its keyword),
+    // or -1.
+    static std::int16_t FindRow(Assembly& run, const Statement& statement);
     static void MarkProcessor(Assembly& run, Statement& statement, const OpcodeRow& row);
+    // Encodes while watching, and keeps what was emitted when the encoding
+    // will be the same in every pass.
+    static void EncodeAndKeep(Assembly& run, Statement& statement, InstructionEncoding& encoding,
+                              KeptEncoding& kept);
+    static void EmitAgain(Assembly& run, Statement& statement, const KeptEncoding& kept);
 };
 
 } // namespace trident

@@ -176,9 +176,7 @@ std::int16_t OpcodeTable::FindKeyword(std::string_view keyword, RunState& state)
         if (keyword.size() > PackedNameLength &&
             pFoldedNames[static_cast<std::size_t>(index)] != keyword)
             continue;
-        const OpcodeRow& row = pRows[static_cast<std::size_t>(index)];
-        if (row.MarksUse && row.Family == RowCpu::Z80) state.Z80Used = true;
-        if (row.MarksUse && row.Family == RowCpu::Z180) state.Z180Used = true;
+        MarkUse(index, state);
         return index;
     }
 }

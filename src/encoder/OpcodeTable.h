@@ -35,6 +35,13 @@ class OpcodeTable {
     std::int16_t FindMnemonic(std::string_view word, RunState& state) const;
     // As FindMnemonic, for a word already in lower case (a statement's keyword).
     std::int16_t FindKeyword(std::string_view keyword, RunState& state) const;
+    // What finding row `index` does besides: a row of cpu "z80" or "z180"
+    // marks that processor as used.
+    void MarkUse(std::int16_t index, RunState& state) const {
+        const OpcodeRow& row = pRows[static_cast<std::size_t>(index)];
+        if (row.MarksUse && row.Family == RowCpu::Z80) state.Z80Used = true;
+        if (row.MarksUse && row.Family == RowCpu::Z180) state.Z180Used = true;
+    }
 
     std::int16_t Count() const { return static_cast<std::int16_t>(pRows.size()); }
     const OpcodeRow& Row(std::int16_t index) const {

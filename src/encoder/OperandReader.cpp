@@ -2,6 +2,7 @@
 
 #include "assembler/Assembly.h"
 #include "assembler/LineScanner.h"
+#include "assembler/StatementMemo.h"
 #include "encoder/RegisterTable.h"
 
 #include <array>
@@ -34,50 +35,75 @@ void OperandReader::CheckOperandCount(std::int16_t expected) const {
         pRun.ListError("Too few operands", operation);
 }
 
-RegisterOperand OperandReader::ClassifyRegister(std::string_view operand, RegisterWidth width) {
+RegisterOperand OperandReader::ReadRegister(int index, RegisterWidth width) {
+    const std::string_view operand = Operand(index);
+    StatementMemo::Operand* kept = pStatement.Memo ? pStatement.Memo->OperandAt(index) : nullptr;
+    Form form;
+    if (kept && kept->Form != StatementMemo::RegisterForm::Unread &&
+        kept->ReadLength == operand.size()) {
+        form = {kept->Form, kept->Entry, kept->DisplacementLength};
+    } else {
+        form = ReadForm(operand);
+        if (kept) {
+            kept->Form = form.Kind;
+            kept->Entry = form.Entry;
+            kept->ReadLength = static_cast<std::uint32_t>(operand.size());
+            kept->DisplacementLength = form.DisplacementLength;
+        }
+    }
+    // The effects of reading the operand, in every pass: the displacement's
+    // value and diagnostics, the index register's mark and warning, the
+    // checks.
     RegisterOperand result;
-    // Most operands are a register name as it stands. An indexed form
-    // written alone, (ix) say, is one too and reads as it would with an
-    // empty displacement.
-    const RegisterEntry* entry = RegisterTable::Find(operand);
-    if (entry != nullptr && entry->IndexPrefix) NoteIndexRegister(operand);
-    // Every other indexed form has a parenthesis.
-    if (entry == nullptr && operand.find('(') != std::string_view::npos)
-        entry = ReadIndexedForm(operand, result);
-    if (entry == nullptr) {
+    if (form.Kind == StatementMemo::RegisterForm::None) {
         pRun.ListError("Bad register", operand);
         return result;
     }
-    result.Code = entry->Code;
-    result.IndexPrefix = entry->IndexPrefix;
-    CheckWidth(operand, *entry, width);
-    return result;
-}
-
-const RegisterEntry* OperandReader::ReadIndexedForm(std::string_view operand,
-                                                    RegisterOperand& result) {
-    const std::string folded = LineScanner::LowerCase(operand);
-    for (const std::string_view form : IndexedForms) {
-        const std::size_t at = folded.find(form);
-        if (at == std::string::npos) continue;
-        const std::string_view displacement = operand.substr(0, at);
-        if (!LineScanner::TrimBlanks(displacement).empty()) {
+    if (form.Kind == StatementMemo::RegisterForm::Indexed) {
+        const std::string_view displacement = operand.substr(0, form.DisplacementLength);
+        if (displacement.find_first_not_of(" \t") != std::string_view::npos) {
             const Value value = pRun.EvaluateOperand(displacement, 8, Signedness::Signed);
             result.Displacement = static_cast<std::int32_t>(AsNumber(value).value_or(0));
         }
-        NoteIndexRegister(operand);
-        return RegisterTable::Find(form);
+        NoteIndexRegister(index, operand);
+    } else if (form.Entry->IndexPrefix) {
+        NoteIndexRegister(index, operand);
     }
-    return nullptr;
+    result.Code = form.Entry->Code;
+    result.IndexPrefix = form.Entry->IndexPrefix;
+    CheckWidth(operand, *form.Entry, width);
+    return result;
 }
 
-void OperandReader::NoteIndexRegister(std::string_view operand) {
-    pStatement.IndexUsed = true;
-    if (!pRun.State().Options.Z80) pRun.ListWarning("z80 warning ", operand);
+// Most operands are a register name as it stands. An indexed form written
+// alone, (ix) say, is one too and reads as it would with an empty
+// displacement. Every other indexed form has a parenthesis.
+OperandReader::Form OperandReader::ReadForm(std::string_view operand) {
+    using enum StatementMemo::RegisterForm;
+    if (const RegisterEntry* entry = RegisterTable::Find(operand)) return {Named, entry, 0};
+    if (operand.find('(') == std::string_view::npos) return {None, nullptr, 0};
+    const std::string folded = LineScanner::LowerCase(operand);
+    for (const std::string_view form : IndexedForms) {
+        const std::size_t at = folded.find(form);
+        if (at != std::string::npos)
+            return {Indexed, RegisterTable::Find(form), static_cast<std::uint32_t>(at)};
+    }
+    return {None, nullptr, 0};
 }
 
-void OperandReader::CheckWidth(std::string_view operand, const RegisterEntry& entry,
-                               RegisterWidth width) {
+void OperandReader::NoteIndexRegister(int index, std::string_view operand) {
+    if (KeptEncoding* log = pRun.EmissionLog()) log->AddNote(index);
+    WarnIndexRegister(pRun, pStatement, operand);
+}
+
+void OperandReader::WarnIndexRegister(Assembly& run, Statement& statement,
+                                      std::string_view operand) {
+    statement.IndexUsed = true;
+    if (!run.State().Options.Z80) run.ListWarning("z80 warning ", operand);
+}
+
+inline void OperandReader::CheckWidth(std::string_view operand, const RegisterEntry& entry,
+                                      RegisterWidth width) {
     if (width == RegisterWidth::Byte && !HoldsByte(entry.Width))
         pRun.ListError("Register NOT 8 bits", operand);
     if ((width == RegisterWidth::Word || width == RegisterWidth::BcOrDe) && !HoldsPair(entry.Width))

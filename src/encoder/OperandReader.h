@@ -1,6 +1,7 @@
 #pragma once
 
 #include "assembler/Statement.h"
+#include "assembler/StatementMemo.h"
 #include "encoder/RegisterEntry.h"
 #include "encoder/RegisterOperand.h"
 
@@ -32,16 +33,26 @@ class OperandReader {
         if (index < 0 || index >= pStatement.OperandCount()) return {};
         return pStatement.OperandList[static_cast<std::size_t>(index)];
     }
-    // Reads `operand` as a register of `width`. Indexed memory forms d(ix),
-    // d(iy), d(x), d(y) are found anywhere in the text; d is a signed 8-bit
-    // expression, 0 when absent. Always returns a result.
-    RegisterOperand ClassifyRegister(std::string_view operand, RegisterWidth width);
+    // Reads the operand at `index` as a register of `width`. Indexed memory
+    // forms d(ix), d(iy), d(x), d(y) are found anywhere in the text; d is a
+    // signed 8-bit expression, 0 when absent. Always returns a result.
+    RegisterOperand ReadRegister(int index, RegisterWidth width);
+    // An index register met in `operand` colours the statement, and is
+    // warned about unless the Z80 box is checked.
+    static void WarnIndexRegister(Assembly& run, Statement& statement, std::string_view operand);
 
   private:
-    // The entry of the first indexed form (ix), (iy), (x), (y) found in
-    // `operand`, its displacement read into `result`; nullptr when none is.
-    const RegisterEntry* ReadIndexedForm(std::string_view operand, RegisterOperand& result);
-    void NoteIndexRegister(std::string_view operand);
+    // How an operand reads as a register, worked out from its text alone:
+    // for an indexed form, the first of (ix), (iy), (x), (y) found in it,
+    // and the displacement written before it.
+    struct Form {
+        StatementMemo::RegisterForm Kind;
+        const RegisterEntry* Entry; // none for no register
+        std::uint32_t DisplacementLength;
+    };
+    static Form ReadForm(std::string_view operand);
+    // The operand at `index` is `operand`.
+    void NoteIndexRegister(int index, std::string_view operand);
     void CheckWidth(std::string_view operand, const RegisterEntry& entry, RegisterWidth width);
 
     Assembly& pRun;

@@ -49,6 +49,8 @@ bool ZilogHandler::Handle(Assembly& run, Statement& statement) {
 }
 
 bool ZilogHandler::SwitchNotation(Assembly& run, Statement& statement) {
+    // Every instruction asks: most words are told apart by their first character.
+    if (!statement.Keyword.starts_with('.')) return false;
     const auto found = std::find_if(
         NotationDirectives.begin(), NotationDirectives.end(),
         [&](const NotationDirective& directive) { return directive.Name == statement.Keyword; });
@@ -77,6 +79,8 @@ void ZilogHandler::Encode(Assembly& run, Statement& statement) {
     const std::string joined = Joined(form->Operands);
     const std::vector<std::string_view> operands(form->Operands.begin(), form->Operands.end());
     Statement intel = statement;
+    // What is kept of the statement belongs to its own words, not these.
+    intel.Memo = nullptr;
     intel.Operation = form->Mnemonic;
     intel.Keyword = form->Mnemonic;
     intel.OperandList = operands;
@@ -91,6 +95,7 @@ void ZilogHandler::Encode(Assembly& run, Statement& statement) {
     intel.Keyword = std::move(statement.Keyword);
     intel.OperandList = statement.OperandList;
     intel.Operands = statement.Operands;
+    intel.Memo = statement.Memo;
     statement = std::move(intel);
 }
 

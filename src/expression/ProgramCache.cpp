@@ -51,6 +51,7 @@ Program* ProgramCache::Keep(std::string_view text, Program&& program, std::size_
 }
 
 void ProgramCache::Clear() {
+    ++pGeneration;
     pSlots.clear();
     pEntries.clear();
     pBytes = 0;

@@ -24,6 +24,9 @@ class ProgramCache {
     // when it would take the memory kept beyond `budget` bytes.
     Program* Keep(std::string_view text, Program&& program, std::size_t budget);
     void Clear();
+    // Changes whenever kept programs are dropped: a program found before
+    // holds while this stays.
+    std::uint64_t Generation() const { return pGeneration; }
 
   private:
     struct Entry {
@@ -41,6 +44,7 @@ class ProgramCache {
     std::deque<Entry> pEntries;
     std::vector<Slot> pSlots; // a power of two in size, at most half of them used
     std::size_t pBytes = 0;
+    std::uint64_t pGeneration = 1;
 };
 
 } // namespace trident::expr

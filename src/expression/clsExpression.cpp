@@ -59,9 +59,6 @@ constexpr std::array kPrecisionModes{
     PrecisionMode{4, MakeDouble},
 };
 
-constexpr std::int16_t kLevelOrder = 0;
-constexpr std::int16_t kLeftToRightOrder = 1;
-
 // The programs an evaluator keeps take at most about this much memory; the
 // texts beyond it are translated at every evaluation.
 constexpr std::size_t kProgramBudget = std::size_t{8} << 20;
@@ -73,16 +70,59 @@ void clsExpression::SetVariables(clsSymbolTable* variables) {
     pPrograms.Clear();
 }
 
-Value clsExpression::Evaluate() {
-    expr::OperatorOrder order = expr::OperatorOrder::Levels;
-    if (pPrecedence == kLeftToRightOrder) {
-        order = expr::OperatorOrder::LeftToRight;
-    } else if (pPrecedence != kLevelOrder) {
+expr::OperatorOrder clsExpression::Order() {
+    if (pPrecedence == kLeftToRightOrder) return expr::OperatorOrder::LeftToRight;
+    if (pPrecedence != kLevelOrder)
         pErrors.AddError(EvalError::InvalidPrecedence, std::to_string(pPrecedence));
-    }
-    pResult = Run(ProgramFor(pExpression, order));
+    return expr::OperatorOrder::Levels;
+}
+
+Value clsExpression::Evaluate() {
+    pResult = Run(ProgramFor(pExpression, Order()));
     ApplyPrecision(pResult);
     return pResult;
+}
+
+Value clsExpression::Evaluate(std::string_view text, ProgramHandle& handle) {
+    return EvaluateInPlace(text, handle);
+}
+
+const Value& clsExpression::EvaluateInPlace(std::string_view text, ProgramHandle& handle) {
+    expr::Program& program = ProgramOf(text, handle);
+    // Most operands are one constant or one name: while results are kept as
+    // computed, they are what the program holds or the table stores.
+    if (program.Steps.size() == 1 && (pPrecision == 0 || pPrecision == 1)) {
+        const expr::Step& only = program.Steps.front();
+        if (only.Kind == expr::StepKind::Constant) return program.Constants[only.Index];
+        if (only.Kind == expr::StepKind::Name) {
+            const Value* value = LookUpNameInPlace(program.Names[only.Index]);
+            if (value != nullptr) return *value;
+            pHeld = Value{};
+            return pHeld;
+        }
+    }
+    pHeld = Run(program);
+    ApplyPrecision(pHeld);
+    return pHeld;
+}
+
+expr::Program& clsExpression::ProgramOf(std::string_view text, ProgramHandle& handle) {
+    const expr::OperatorOrder order = Order();
+    if (order != pProgramsOrder || handle.pGeneration != pPrograms.Generation()) {
+        expr::Program& program = ProgramFor(text, order);
+        // A program that is not kept is translated again next time.
+        handle.pProgram = &program;
+        handle.pGeneration = &program == &pUnkeptProgram ? 0 : pPrograms.Generation();
+    }
+    return *handle.pProgram;
+}
+
+bool clsExpression::IsConstant(const ProgramHandle& handle) const {
+    const auto order = pPrecedence == kLeftToRightOrder ? expr::OperatorOrder::LeftToRight
+                                                        : expr::OperatorOrder::Levels;
+    if (order != pProgramsOrder || handle.pGeneration != pPrograms.Generation()) return false;
+    const std::vector<expr::Step>& steps = handle.pProgram->Steps;
+    return steps.size() == 1 && steps.front().Kind == expr::StepKind::Constant;
 }
 
 Value clsExpression::Evaluate(std::string_view text) {
@@ -171,13 +211,21 @@ bool clsExpression::RunStep(const expr::Step& step, expr::Program& program) {
 // resolved, is reported; the empty result tells the caller to wait for a
 // later pass.
 Value clsExpression::LookUpName(SymbolName& name) {
+    const Value* value = LookUpNameInPlace(name);
+    return value ? *value : Value{};
+}
+
+const Value* clsExpression::LookUpNameInPlace(SymbolName& name) {
     if (pVariables == nullptr) {
         pErrors.AddError(EvalError::OperandDoesNotExist, name.Text());
-        return {};
+        return nullptr;
     }
     if (pVariables->CaseSensitive() != pCaseSensitive) pVariables->SetCaseSensitive(pCaseSensitive);
-    Value value = pVariables->Variable(name);
-    if (IsEmpty(value)) pErrors.AddError(EvalError::NonExistentVariable, name.Text());
+    const Value* value = pVariables->VariableInPlace(name);
+    if (value == nullptr || IsEmpty(*value)) {
+        pErrors.AddError(EvalError::NonExistentVariable, name.Text());
+        return nullptr;
+    }
     return value;
 }
 

@@ -3,6 +3,7 @@
 #include "expression/AngleUnit.h"
 #include "expression/ExpressionProgram.h"
 #include "expression/ProgramCache.h"
+#include "expression/ProgramHandle.h"
 #include "expression/clsErrorList.h"
 #include "expression/clsExpressionParser.h"
 #include "symbols/Value.h"
@@ -55,6 +56,25 @@ class clsExpression {
     Value Evaluate();
     // Sets Expression to text and evaluates it.
     Value Evaluate(std::string_view text);
+    // Evaluates `text` through the program that `handle` remembers for it,
+    // translating or finding it only when the handle does not hold; the
+    // caller keeps the handle with the text. Expression and Result are left
+    // as they were.
+    Value Evaluate(std::string_view text, ProgramHandle& handle);
+    // As Evaluate(text, handle), the result without a copy where there is
+    // one to refer to (the constant of a one-constant program, the stored
+    // value of a one-name program): it holds until the next evaluation or
+    // until the symbol table changes.
+    const Value& EvaluateInPlace(std::string_view text, ProgramHandle& handle);
+    // Whether `handle` holds a program that is one constant: evaluating its
+    // text gives that constant, without a fault, while KeepsResults.
+    bool IsConstant(const ProgramHandle& handle) const;
+    // Whether the settings leave results as they are computed: a valid
+    // Precedence, and Precision 0 or 1.
+    bool KeepsResults() const {
+        return (pPrecedence == kLevelOrder || pPrecedence == kLeftToRightOrder) &&
+               (pPrecision == 0 || pPrecision == 1);
+    }
     Value Result() const { return pResult; }
 
     // The symbol table that names are looked up in; not owned, may be unset.
@@ -87,10 +107,19 @@ class clsExpression {
     std::int16_t ErrorCount() const { return pErrors.ErrorCount(); }
 
   private:
+    static constexpr std::int16_t kLevelOrder = 0;
+    static constexpr std::int16_t kLeftToRightOrder = 1;
+
+    // The operator order of the Precedence setting; an invalid setting is
+    // recorded at every evaluation.
+    expr::OperatorOrder Order();
     expr::Program& ProgramFor(std::string_view text, expr::OperatorOrder order);
     Value Run(expr::Program& program);
     bool RunStep(const expr::Step& step, expr::Program& program);
     Value LookUpName(SymbolName& name);
+    // LookUpName without a copy; nullptr when the name has no value.
+    const Value* LookUpNameInPlace(SymbolName& name);
+    expr::Program& ProgramOf(std::string_view text, ProgramHandle& handle);
     void ApplyPrecision(Value& value);
 
     std::string pExpression;
@@ -108,6 +137,8 @@ class clsExpression {
     expr::OperatorOrder pProgramsOrder = expr::OperatorOrder::Levels;
     // The program of a text that no longer fits among the kept ones.
     expr::Program pUnkeptProgram;
+    // The result of EvaluateInPlace when there is nothing to refer to.
+    Value pHeld;
     std::vector<Value> pStack;
 };
 

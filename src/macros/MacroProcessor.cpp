@@ -244,10 +244,10 @@ bool MacroProcessor::Invoke(Assembly& run, Statement& statement) {
 // Parameters without an argument stand for the empty text; arguments
 // without a parameter are dropped with a warning.
 void MacroProcessor::BindArguments(Assembly& run, const Statement& statement,
-                                   ParameterMap& parameters) const {
-    std::vector<std::string> arguments;
+                                   ParameterMap& parameters) {
+    std::vector<std::string>& arguments = pArguments;
     LineScanner::SplitMacroArguments(statement.Operands, arguments);
-    const auto names = pParameterNames.find(std::string(statement.Keyword));
+    const auto names = pParameterNames.find(statement.Keyword);
     const std::size_t count = names == pParameterNames.end() ? 0 : names->second.size();
     for (std::size_t i = 0; i < count; ++i)
         parameters.Bind(names->second[i], i < arguments.size()

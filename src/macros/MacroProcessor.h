@@ -2,7 +2,9 @@
 
 #include "assembler/SourcePosition.h"
 #include "macros/BlockType.h"
+#include "symbols/TextHash.h"
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -30,6 +32,8 @@ class MacroProcessor {
 
     // While a block is open every statement belongs to its body.
     bool CollectBody(Assembly& run, Statement& statement);
+    // Whether a block is open; every statement asks.
+    bool Collecting() const { return pDepth > 0; }
     // macro, rept, irp, irpc, a stray endm, local and exitm.
     bool ExecuteDirective(Assembly& run, Statement& statement);
     // The words ExecuteDirective acts on.
@@ -63,13 +67,18 @@ class MacroProcessor {
     bool PlanCount(Assembly& run, ExpansionLevel& level) const;
     void Local(Assembly& run, const Statement& statement);
     static void ExitMacro(Assembly& run, const Statement& statement);
-    void BindArguments(Assembly& run, const Statement& statement, ParameterMap& parameters) const;
+    void BindArguments(Assembly& run, const Statement& statement, ParameterMap& parameters);
 
     // Open blocks, the outermost one included; 0 when nothing is collected.
     unsigned pDepth = 0;
     OpenBlock pBlock;
     int pLocalCounter = 1;
-    std::unordered_map<std::string, std::vector<std::string>> pParameterNames;
+    // Each macro's parameter names, by its name in lower case (found by a
+    // view of the invoking statement's word).
+    std::unordered_map<std::string, std::vector<std::string>, TextHash, std::equal_to<>>
+        pParameterNames;
+    // The arguments of the invocation under way, their room kept.
+    std::vector<std::string> pArguments;
 };
 
 } // namespace trident

@@ -22,7 +22,7 @@ bool MacroStep::Handle(Assembly& run, Statement& statement) {
         // diagnostics are listed all the same.
         if (!statement.Where.Macro.empty() && !run.Options().ListMacroExpansions)
             statement.SuppressListing = true;
-        return pProcessor->CollectBody(run, statement);
+        return pProcessor->Collecting() && pProcessor->CollectBody(run, statement);
     case Role::Directives:
         return pProcessor->ExecuteDirective(run, statement);
     case Role::Invoke:

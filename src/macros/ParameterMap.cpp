@@ -13,16 +13,17 @@ char LowerAscii(char c) {
 
 } // namespace
 
-std::string ParameterMap::Key(std::string_view name) {
-    return LineScanner::LowerCase(name);
-}
-
 void ParameterMap::Bind(std::string_view name, std::string text) {
-    pTexts.insert_or_assign(Key(name), std::move(text));
+    std::string key = LineScanner::LowerCase(name);
+    const std::size_t at = IndexOf(key);
+    if (at < pBindings.size())
+        pBindings[at].Text = std::move(text);
+    else
+        pBindings.push_back({std::move(key), std::move(text)});
 }
 
 const std::string* ParameterMap::Find(std::string_view name) const {
-    if (pTexts.empty()) return nullptr;
+    if (pBindings.empty()) return nullptr;
     // Names are short; a longer word is lowered into a string.
     std::array<char, 32> buffer;
     std::string longName;
@@ -31,11 +32,17 @@ const std::string* ParameterMap::Find(std::string_view name) const {
         for (std::size_t i = 0; i < name.size(); ++i) buffer[i] = LowerAscii(name[i]);
         key = std::string_view(buffer.data(), name.size());
     } else {
-        longName = Key(name);
+        longName = LineScanner::LowerCase(name);
         key = longName;
     }
-    const auto found = pTexts.find(key);
-    return found == pTexts.end() ? nullptr : &found->second;
+    const std::size_t at = IndexOf(key);
+    return at < pBindings.size() ? &pBindings[at].Text : nullptr;
+}
+
+std::size_t ParameterMap::IndexOf(std::string_view key) const {
+    for (std::size_t at = 0; at < pBindings.size(); ++at)
+        if (pBindings[at].Name == key) return at;
+    return pBindings.size();
 }
 
 } // namespace trident

@@ -74,10 +74,7 @@ const std::string& clsSymbolTable::LookUpKey(std::string_view name) const {
 }
 
 int clsSymbolTable::LowestSlotWithKey(const std::string& key) const {
-    int lowest = -1;
-    if (const auto found = pSlotByName.find(key); found != pSlotByName.end()) {
-        lowest = found->second;
-    }
+    int lowest = pSlotByName.Find(key);
     // An unused slot's name "" compares equal to any name that normalises
     // to nothing.
     if (key.empty() && pUsed < SlotCount && (lowest < 0 || pUsed < lowest)) lowest = pUsed;
@@ -91,28 +88,42 @@ int clsSymbolTable::FindSlot(std::string_view name) const {
 }
 
 int clsSymbolTable::FindSlot(SymbolName& name) const {
-    if (name.pTable == this && name.pLayout == pLayout)
-        return name.pSlot <= pUsed ? name.pSlot : -1;
+    if (const int slot = RememberedSlot(name.pFound); slot != -2) return slot;
     if (!name.pHasKey || name.pKeyCaseSensitive != pCaseSensitive) {
         NormaliseInto(name.pKey, name.pName);
         name.pHasKey = true;
         name.pKeyCaseSensitive = pCaseSensitive;
     }
-    const int slot = LowestSlotWithKey(name.pKey);
-    // A name that normalises to nothing matches the first unused slot,
-    // which moves as names are added, so its slot is not remembered.
-    if (slot >= 0 && !name.pKey.empty()) {
-        name.pTable = this;
-        name.pLayout = pLayout;
-        name.pSlot = slot;
-    }
+    return LowestSlotRemembered(name.pKey, name.pFound);
+}
+
+int clsSymbolTable::FindSlot(std::string_view name, SymbolSlot& found) const {
+    if (const int slot = RememberedSlot(found); slot != -2) return slot;
+    return LowestSlotRemembered(LookUpKey(name), found);
+}
+
+int clsSymbolTable::RememberedSlot(const SymbolSlot& found) const {
+    if (found.pTable != this || found.pLayout != pLayout) return -2;
+    // A scan compares the first unused slot before it stops there.
+    return found.pSlot <= pUsed ? found.pSlot : -1;
+}
+
+int clsSymbolTable::LowestSlotRemembered(const std::string& key, SymbolSlot& found) const {
+    const int slot = LowestSlotWithKey(key);
+    if (slot >= 0 && !key.empty()) Remember(found, slot);
     return slot <= pUsed ? slot : -1;
+}
+
+void clsSymbolTable::Remember(SymbolSlot& found, int slot) const {
+    found.pTable = this;
+    found.pLayout = pLayout;
+    found.pSlot = slot;
 }
 
 void clsSymbolTable::RebuildIndex() {
     ++pLayout;
     pLocationSlot = -1;
-    pSlotByName.clear();
+    pSlotByName.Clear();
     // Past the stored slots every name is "".
     pUsed = pSlots.size() < SlotCount ? static_cast<int>(pSlots.size()) : SlotCount;
     for (int slot = 0; slot < static_cast<int>(pSlots.size()); ++slot) {
@@ -120,8 +131,8 @@ void clsSymbolTable::RebuildIndex() {
         if (name.empty()) {
             pUsed = std::min(pUsed, slot);
         } else {
-            // emplace keeps an existing entry, so the lowest slot wins.
-            pSlotByName.emplace(NormalisedName(name), slot);
+            // Add keeps an existing entry, so the lowest slot wins.
+            pSlotByName.Add(NormalisedName(name), slot);
         }
     }
 }
@@ -131,17 +142,23 @@ void clsSymbolTable::AdvanceFirstUnused() {
 }
 
 Value clsSymbolTable::Variable(std::string_view name) {
-    return TakeValue(FindSlot(name), name);
+    const Value* value = TakeValue(FindSlot(name), name);
+    return value ? *value : Value{};
 }
 
 Value clsSymbolTable::Variable(SymbolName& name) {
+    const Value* value = VariableInPlace(name);
+    return value ? *value : Value{};
+}
+
+const Value* clsSymbolTable::VariableInPlace(SymbolName& name) {
     return TakeValue(FindSlot(name), name.pName);
 }
 
-Value clsSymbolTable::TakeValue(int slot, std::string_view name) {
+const Value* clsSymbolTable::TakeValue(int slot, std::string_view name) {
     if (slot < 0) {
         pIndex = -1;
-        return {};
+        return nullptr;
     }
     Slot& entry = Write(slot);
     if (name.starts_with("..") && entry.Pass != CurrentPass && pErrorSink) {
@@ -150,7 +167,7 @@ Value clsSymbolTable::TakeValue(int slot, std::string_view name) {
     entry.Refed = true;
     pIndex = static_cast<std::int16_t>(slot);
     if (pReferenceSink) pReferenceSink(slot);
-    return entry.Val;
+    return &entry.Val;
 }
 
 void clsSymbolTable::SetVariable(std::string_view name, const Value& value) {
@@ -164,13 +181,9 @@ void clsSymbolTable::SetVariable(std::string_view name, const Value& value) {
     AddSymbol(name, value, 1, 13, 0, Value{}, false, -1);
 }
 
-void clsSymbolTable::SetLocation(std::int32_t address) {
+void clsSymbolTable::SetLocationSlowly(std::int32_t address) {
     if (pLocationSlot < 0) return SetVariable("$", Value{address});
-    Value& value = Write(pLocationSlot).Val;
-    if (auto* held = std::get_if<std::int32_t>(&value))
-        *held = address;
-    else
-        value = address;
+    Write(pLocationSlot).Val = address;
     pIndex = static_cast<std::int16_t>(pLocationSlot);
 }
 
@@ -178,6 +191,20 @@ bool clsSymbolTable::VariableExists(std::string_view name) {
     const int slot = FindSlot(name);
     pIndex = static_cast<std::int16_t>(slot);
     return slot >= 0;
+}
+
+bool clsSymbolTable::VariableExists(std::string_view name, SymbolSlot& found) {
+    const int slot = FindSlot(name, found);
+    pIndex = static_cast<std::int16_t>(slot);
+    return slot >= 0;
+}
+
+void clsSymbolTable::SetVariable(std::string_view name, const Value& value, SymbolSlot& found) {
+    SetVariable(name, value);
+    // Adding the name left its key in the look-up buffer. The location
+    // counter, set through its own slot, and names without a key are not
+    // remembered.
+    if (pIndex >= 0 && name != "$" && !pKeyBuffer.empty()) Remember(found, pIndex);
 }
 
 void clsSymbolTable::AddSymbol(std::string_view name, const Value& value, std::int32_t symType,
@@ -196,9 +223,14 @@ void clsSymbolTable::AddSymbol(std::string_view name, const Value& value, std::i
         return;
     }
     const int slot = pUsed;
-    Write(slot) = Slot{std::string(name), value, refed, pass, symType, subType1, subType2, tag};
+    Slot made{std::string(name), value, refed, pass, symType, subType1, subType2, tag};
+    // Most symbols go just past the stored slots.
+    if (static_cast<std::size_t>(slot) == pSlots.size())
+        pSlots.push_back(std::move(made));
+    else
+        Write(slot) = std::move(made);
     // No scan matched, so any slot holding this key lies beyond the new one.
-    if (!pSlotByName.insert_or_assign(key, slot).second) ++pLayout;
+    if (!pSlotByName.Set(key, slot)) ++pLayout;
     AdvanceFirstUnused();
     pIndex = static_cast<std::int16_t>(slot);
 }
@@ -258,7 +290,7 @@ void clsSymbolTable::DeleteAll() {
         slot->Pass = -1;
     }
     pBlank.Pass = -1;
-    pSlotByName.clear();
+    pSlotByName.Clear();
     ++pLayout;
     pLocationSlot = -1;
     pUsed = 0;

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "symbols/TextHash.h"
+#include "symbols/SymbolIndex.h"
+#include "symbols/SymbolSlot.h"
 #include "symbols/Value.h"
 
 #include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace trident {
@@ -30,9 +30,7 @@ class SymbolName {
     std::string pKey; // normalised for the case rule in pKeyCaseSensitive
     bool pHasKey = false;
     bool pKeyCaseSensitive = true;
-    const clsSymbolTable* pTable = nullptr; // the table that pSlot is in
-    std::uint64_t pLayout = 0;              // that table's layout when it was found
-    int pSlot = -1;
+    SymbolSlot pFound;
 };
 
 // Every name an assembly knows: labels, equ/set symbols and the predefined
@@ -72,12 +70,29 @@ class clsSymbolTable {
     // The same for a name met before: its normalised form and its slot are
     // reused while they hold.
     Value Variable(SymbolName& name);
+    // Variable(name) without a copy: the stored value, which holds until the
+    // table next changes; nullptr when the name is unknown.
+    const Value* VariableInPlace(SymbolName& name);
     // Define or update: an existing name gets only its value replaced.
     void SetVariable(std::string_view name, const Value& value);
     // SetVariable("$", address): the location counter, set before every
-    // statement.
-    void SetLocation(std::int32_t address);
+    // statement, through its remembered slot while that holds a whole number.
+    void SetLocation(std::int32_t address) {
+        if (pLocationSlot >= 0) {
+            if (auto* held = std::get_if<std::int32_t>(&pSlots[pLocationSlot].Val)) {
+                *held = address;
+                pIndex = static_cast<std::int16_t>(pLocationSlot);
+                return;
+            }
+        }
+        SetLocationSlowly(address);
+    }
     bool VariableExists(std::string_view name);
+    // VariableExists for a name looked up again and again: `found`, kept by
+    // the caller with the name, remembers its slot while it holds.
+    bool VariableExists(std::string_view name, SymbolSlot& found);
+    // SetVariable, remembering the name's slot in `found` as well.
+    void SetVariable(std::string_view name, const Value& value, SymbolSlot& found);
 
     void DeleteByName(std::string_view name);
     void DeleteByIndex(std::int16_t index);
@@ -136,8 +151,17 @@ class clsSymbolTable {
     // unused slot; -1 if none.
     int FindSlot(std::string_view name) const;
     int FindSlot(SymbolName& name) const;
+    int FindSlot(std::string_view name, SymbolSlot& found) const;
+    // The slot `found` remembers while the layout holds; -2 when it does not.
+    int RememberedSlot(const SymbolSlot& found) const;
+    // The lowest slot with `key`, remembered in `found` (unless the key is
+    // empty: a name that normalises to nothing matches the first unused
+    // slot, which moves as names are added).
+    int LowestSlotRemembered(const std::string& key, SymbolSlot& found) const;
+    void Remember(SymbolSlot& found, int slot) const;
+    void SetLocationSlowly(std::int32_t address);
     // The look-up's effects on the slot found (none: -1).
-    Value TakeValue(int slot, std::string_view name);
+    const Value* TakeValue(int slot, std::string_view name);
     int UsedCount() const { return pUsed; }
     void RebuildIndex();
     void AdvanceFirstUnused();
@@ -165,13 +189,13 @@ class clsSymbolTable {
     // part every scan looks at.
     int pUsed = 0;
     // Normalised name -> lowest slot holding a name with that key.
-    std::unordered_map<std::string, int, TextHash> pSlotByName;
+    SymbolIndex pSlotByName;
     // Changes whenever the lowest slot of a name already in the index may
     // change: a SymbolName's remembered slot holds while this stays.
     std::uint64_t pLayout = 0;
     mutable std::string pKeyBuffer;
-    // The slot holding "$" once it has been set; -1 until then and whenever
-    // slots have moved.
+    // The slot holding "$" once it has been set (a stored one); -1 until
+    // then and whenever slots have moved.
     int pLocationSlot = -1;
     std::int16_t pIndex = -1;
     bool pCaseSensitive = true;

@@ -84,6 +84,29 @@ TEST(EncoderDiagnostics, ProcessorWarnings) {
     }
 }
 
+// An encoding kept from an earlier pass warns as a fresh one would, with
+// the processor boxes as the final pass finds them: a directive further down
+// changes them for the passes after its own.
+TEST(EncoderDiagnostics, KeptEncodingsWarnWithTheBoxesOfTheFinalPass) {
+    // Each source, the Z80 box at the start, the bytes and the warnings.
+    const std::tuple<const char*, bool, const char*, Texts> cases[] = {
+        {" mov a,5(ix)\n inx y\n i8080\nl: nop\n",
+         true,
+         "DD 7E 05 FD 23 00",
+         {"z80 warning  ~ 5(ix)", "z80 warning  ~ y"}},
+        {" exx\n mov a,(x)\n z80\nl: nop\n", false, "D9 DD 7E 00 00", {}},
+    };
+    for (const auto& [source, z80, bytes, warnings] : cases) {
+        SCOPED_TRACE(source);
+        testing::EncoderRun run;
+        run.Options().Z80 = z80;
+        run.Assemble(source);
+        EXPECT_EQ(run.Passes(), (std::vector<int>{1, 2, 0}));
+        EXPECT_EQ(run.Bytes(), bytes);
+        EXPECT_EQ(run.DiagnosticTexts(), warnings);
+    }
+}
+
 // The colour of the listing text at `offset`.
 Colour ColourAt(const ColouredText& listing, std::size_t offset) {
     for (const ColouredText::Run& run : listing.Runs())

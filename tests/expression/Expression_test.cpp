@@ -1,5 +1,6 @@
 #include "expression/ValueText.h"
 #include "expression/clsExpression.h"
+#include "symbols/clsSymbolTable.h"
 
 #include <chrono>
 #include <cmath>
@@ -245,6 +246,41 @@ TEST(Evaluate, KeptProgramsFollowTheSettings) {
     EXPECT_EQ(Describe(evaluator.Evaluate("2+3*4")), "int 20");
     EXPECT_EQ(Describe(evaluator.Evaluate("sin(90)")), "double 1");
     EXPECT_EQ(Drain(evaluator), Errors{});
+}
+
+// A caller that keeps a text's program in a handle gets what evaluating the
+// text anew would give, whatever changed in between: the settings, or the
+// programs the evaluator keeps.
+TEST(Evaluate, HandlesFollowTheSettingsAndTheKeptPrograms) {
+    clsExpression evaluator;
+    ProgramHandle product;
+    ProgramHandle seven;
+    EXPECT_FALSE(evaluator.IsConstant(seven)) << "holds no program yet";
+    EXPECT_EQ(Describe(evaluator.Evaluate("2+3*4", product)), "int 14");
+    EXPECT_EQ(Describe(evaluator.Evaluate("7", seven)), "int 7");
+    EXPECT_TRUE(evaluator.IsConstant(seven));
+    EXPECT_FALSE(evaluator.IsConstant(product));
+    evaluator.SetPrecedence(1); // drops the kept programs
+    EXPECT_FALSE(evaluator.IsConstant(seven));
+    EXPECT_EQ(Describe(evaluator.Evaluate("2+3*4", product)), "int 20");
+    evaluator.SetPrecision(4);
+    EXPECT_FALSE(evaluator.KeepsResults());
+    EXPECT_EQ(Describe(evaluator.Evaluate("7", seven)), "double 7");
+    evaluator.SetPrecision(0);
+    evaluator.SetPrecedence(9);
+    EXPECT_FALSE(evaluator.KeepsResults());
+    EXPECT_EQ(Describe(evaluator.Evaluate("7", seven)), "int 7");
+    EXPECT_EQ(Drain(evaluator), (Errors{{28, "9"}}));
+    evaluator.SetPrecedence(0);
+    EXPECT_TRUE(evaluator.KeepsResults());
+
+    clsSymbolTable table;
+    table.SetVariable("seven", std::int32_t{7});
+    ProgramHandle name;
+    EXPECT_EQ(Describe(evaluator.Evaluate("seven*2", name)), "empty");
+    evaluator.SetVariables(&table); // drops the kept programs, with their names' slots
+    EXPECT_EQ(Describe(evaluator.Evaluate("seven*2", name)), "int 14");
+    EXPECT_EQ(Drain(evaluator), (Errors{{3, "seven"}}));
 }
 
 TEST(Evaluate, DeepNestingAndLongExpressionsStayCheap) {

@@ -199,7 +199,8 @@ TEST(SymbolTable, ToSigned32WrapsIntoTheSignedRange) {
 
 // The index against a naive slot-by-slot scan under random operations,
 // with names that collide through case and "$"; names looked up again and
-// again (SymbolName) must see every move of the slots.
+// again (SymbolName, or a name with its SymbolSlot) must see every move of
+// the slots.
 TEST(SymbolTable, IndexAgreesWithALinearScanUnderRandomOperations) {
     const std::vector<std::string> pool{"a",  "A", "a$",   "$A",   "b",     "B", "b$b",
                                         "bb", "$", "Loop", "LOOP", "lo$op", "c", "C$"};
@@ -219,15 +220,20 @@ TEST(SymbolTable, IndexAgreesWithALinearScanUnderRandomOperations) {
         if (slot >= 0 && slot < static_cast<int>(model.size())) model.erase(model.begin() + slot);
     };
     std::vector<SymbolName> remembered(pool.begin(), pool.end());
+    std::vector<SymbolSlot> slots(pool.size());
     std::mt19937 random(12345);
     clsSymbolTable table;
     for (int step = 0; step < 3000; ++step) {
-        const std::string& name = pool[random() % pool.size()];
+        const std::size_t index = random() % pool.size();
+        const std::string& name = pool[index];
         const unsigned operation = random() % 7;
         if (operation < 3) {
-            // The location counter's own way in must act as SetVariable does.
+            // The location counter's own way in, and the one that remembers
+            // the slot, must act as SetVariable does.
             if (name == "$" && step % 2 == 0)
                 table.SetLocation(step);
+            else if (step % 3 == 0)
+                table.SetVariable(name, std::int32_t{step}, slots[index]);
             else
                 table.SetVariable(name, std::int32_t{step});
             const int slot = find(name);
@@ -256,9 +262,13 @@ TEST(SymbolTable, IndexAgreesWithALinearScanUnderRandomOperations) {
             table.SetCaseSensitive(caseSensitive);
         }
         ASSERT_EQ(Contents(table), model) << "step " << step;
-        for (const std::string& probe : pool) {
-            ASSERT_EQ(table.VariableExists(probe), find(probe) >= 0) << probe << " step " << step;
-            ASSERT_EQ(table.Index(), find(probe)) << probe << " step " << step;
+        for (std::size_t probe = 0; probe < pool.size(); ++probe) {
+            const std::string& text = pool[probe];
+            ASSERT_EQ(table.VariableExists(text), find(text) >= 0) << text << " step " << step;
+            ASSERT_EQ(table.Index(), find(text)) << text << " step " << step;
+            ASSERT_EQ(table.VariableExists(text, slots[probe]), find(text) >= 0)
+                << text << " step " << step;
+            ASSERT_EQ(table.Index(), find(text)) << text << " step " << step;
         }
         for (SymbolName& probe : remembered) {
             const int slot = find(probe.Text());
