@@ -28,8 +28,9 @@ std::string WriteFileAtomically(const std::filesystem::path& target, std::string
     {
         std::unique_ptr<std::FILE, FileCloser> file(std::fopen(temporary.c_str(), "wb"));
         if (!file) return Reason(temporary);
-        const bool written =
-            std::fwrite(contents.data(), 1, contents.size(), file.get()) == contents.size();
+        // An empty view may carry no buffer at all, and fwrite wants one.
+        const bool written = contents.empty() || std::fwrite(contents.data(), 1, contents.size(),
+                                                             file.get()) == contents.size();
         const bool flushed = std::fflush(file.get()) == 0;
         std::FILE* raw = file.release();
         const bool closed = std::fclose(raw) == 0;
