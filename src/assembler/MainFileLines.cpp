@@ -67,10 +67,9 @@ void MainFileLines::Load(SourceFile& file, bool stripParity, const DispatchIndex
         const std::size_t count = Cut(line);
         pLines.push_back({first, static_cast<std::uint32_t>(count), file.Position()});
         for (const SourceStatement& statement : std::span(pStatements).subspan(first, count)) {
-            Prepared& prepared =
-                pPrepared.emplace_back(statement.Operation.empty()
-                                           ? Prepared{{}, noWordSteps, {}}
-                                           : Prepare(statement.Operation, steps));
+            Prepared& prepared = pPrepared.emplace_back(statement.Operation.empty()
+                                                            ? Prepared{{}, noWordSteps, {}}
+                                                            : Prepare(statement.Operation, steps));
             if (statement.OperandCount > 0 && !statement.TooManyOperands)
                 prepared.Memo.KeepOperands(pOperandMemos.Take(statement.OperandCount));
         }
