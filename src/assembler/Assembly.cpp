@@ -340,7 +340,7 @@ inline void Assembly::PrepareStatement(const SourceStatement& fields,
     pStatement.Operation = fields.Operation;
     pStatement.Operands = fields.Operands;
     pStatement.Comment = fields.Comment;
-    if (fields.TooManyOperands) FailTooManyOperands();
+    if (fields.TooManyOperands) LineScanner::FailTooManyOperands();
     pStatement.OperandList = {pLineOperands.data() + fields.FirstOperand, fields.OperandCount};
     if (kept) {
         pStatement.Memo = &kept->Memo;
@@ -351,11 +351,6 @@ inline void Assembly::PrepareStatement(const SourceStatement& fields,
     pStatement.Memo = nullptr;
     pStatement.Keyword = LowerCaseKeyword(fields.Operation);
     pStatementSteps = pDispatchIndex.StepsFor(pStatement.Keyword);
-}
-
-void Assembly::FailTooManyOperands() {
-    throw RunFailure("more than " + std::to_string(LineScanner::MaxOperands) +
-                     " operands in one statement");
 }
 
 // Most operation words are written in lower case and serve as they stand.
@@ -423,8 +418,7 @@ std::string Assembly::EmitValue(const Value& value, int width) {
 }
 
 void Assembly::EmitBits(std::uint32_t whole, int width, std::string& text) {
-    // The object texts are written in the final pass alone.
-    if (pState.CurrentPass == 0) pOutputs.WriteBits(whole, width);
+    pOutputs.WriteBits(whole, width);
     if (pEmissionLog) pEmissionLog->AddValue(whole, width);
     const std::uint32_t word = whole & 0xFFFFu;
     if (width == 16) {

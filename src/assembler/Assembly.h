@@ -171,7 +171,6 @@ class Assembly {
     // main-file statement when the file was cut (nothing for other lines).
     void PrepareStatement(const SourceStatement& fields, MainFileLines::Prepared* kept);
     std::string_view LowerCaseKeyword(std::string_view operation);
-    [[noreturn]] static void FailTooManyOperands();
     void Dispatch(Statement& statement);
     void RecomputeListThisLine();
     // What a kept statement remembers of the operand that holds `text`, its

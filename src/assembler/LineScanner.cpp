@@ -1,6 +1,7 @@
 #include "assembler/LineScanner.h"
 
 #include "assembler/RunFailure.h"
+#include "expression/CharTests.h"
 
 #include <algorithm>
 #include <array>
@@ -252,8 +253,7 @@ int SplitList(std::string_view field, std::vector<Item>& items, bool protectBrac
         }
         if (took && count >= static_cast<std::size_t>(MaxOperands)) {
             items.resize(count);
-            throw RunFailure("more than " + std::to_string(MaxOperands) +
-                             " operands in one statement");
+            FailTooManyOperands();
         }
         if (took) {
             if (count < items.size())
@@ -285,6 +285,10 @@ int ScanLine(std::string_view line, std::vector<SourceStatement>& statements,
     return count;
 }
 
+void FailTooManyOperands() {
+    throw RunFailure("more than " + std::to_string(MaxOperands) + " operands in one statement");
+}
+
 int SplitOperands(std::string_view field, std::vector<std::string_view>& operands) {
     return SplitList(field, operands, false);
 }
@@ -311,9 +315,7 @@ std::string LowerCase(std::string_view text) {
 }
 
 std::string TrimBlanks(std::string_view text) {
-    while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
-    while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
-    return std::string(text);
+    return std::string(expr::TrimBlanks(text));
 }
 
 } // namespace trident::LineScanner

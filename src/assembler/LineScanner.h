@@ -24,6 +24,11 @@ inline constexpr int MaxOperands = 128;
 int ScanLine(std::string_view line, std::vector<SourceStatement>& statements,
              std::vector<std::string_view>& operands);
 
+// Ends the run: a statement holds more than MaxOperands operands. The
+// scanner marks such a statement (TooManyOperands) and whoever executes it
+// fails here, so that the statements before it still run.
+[[noreturn]] void FailTooManyOperands();
+
 // Splits an operand field on commas outside quotes; fills `operands`
 // (cleared first) and returns their number. More than MaxOperands throws
 // RunFailure. The operands are views into the field.

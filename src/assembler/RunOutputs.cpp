@@ -1,6 +1,7 @@
 // What a run leaves behind besides the listing lines: the object texts, the
 // binary image, and the reports with the symbol cross-reference.
 #include "assembler/Assembly.h"
+#include "expression/CharTests.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -19,17 +20,13 @@ std::string_view PredefinedKind(std::int32_t symType) {
     }
 }
 
-char LowerCase(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 // The first eight characters of a name, lower-cased, as one number whose
 // order is that of the names (shorter names padded with zero bytes).
 std::uint64_t NamePrefix(std::string_view name) {
     std::uint64_t prefix = 0;
     for (std::size_t i = 0; i < 8; ++i)
-        prefix =
-            prefix << 8 | (i < name.size() ? static_cast<unsigned char>(LowerCase(name[i])) : 0u);
+        prefix = prefix << 8 |
+                 (i < name.size() ? static_cast<unsigned char>(expr::ToLowerAscii(name[i])) : 0u);
     return prefix;
 }
 
@@ -38,8 +35,8 @@ std::uint64_t NamePrefix(std::string_view name) {
 int CompareLowered(std::string_view a, std::string_view b) {
     const std::size_t common = std::min(a.size(), b.size());
     for (std::size_t i = 0; i < common; ++i) {
-        const auto x = static_cast<unsigned char>(LowerCase(a[i]));
-        const auto y = static_cast<unsigned char>(LowerCase(b[i]));
+        const auto x = static_cast<unsigned char>(expr::ToLowerAscii(a[i]));
+        const auto y = static_cast<unsigned char>(expr::ToLowerAscii(b[i]));
         if (x != y) return x < y ? -1 : 1;
     }
     return a.size() < b.size() ? -1 : a.size() > b.size() ? 1 : 0;

@@ -70,11 +70,15 @@ void clsExpression::SetVariables(clsSymbolTable* variables) {
     pPrograms.Clear();
 }
 
+expr::OperatorOrder clsExpression::OrderOf(std::int16_t precedence) {
+    return precedence == kLeftToRightOrder ? expr::OperatorOrder::LeftToRight
+                                           : expr::OperatorOrder::Levels;
+}
+
 expr::OperatorOrder clsExpression::Order() {
-    if (pPrecedence == kLeftToRightOrder) return expr::OperatorOrder::LeftToRight;
-    if (pPrecedence != kLevelOrder)
+    if (pPrecedence != kLevelOrder && pPrecedence != kLeftToRightOrder)
         pErrors.AddError(EvalError::InvalidPrecedence, std::to_string(pPrecedence));
-    return expr::OperatorOrder::Levels;
+    return OrderOf(pPrecedence);
 }
 
 Value clsExpression::Evaluate() {
@@ -108,7 +112,7 @@ const Value& clsExpression::EvaluateInPlace(std::string_view text, ProgramHandle
 
 expr::Program& clsExpression::ProgramOf(std::string_view text, ProgramHandle& handle) {
     const expr::OperatorOrder order = Order();
-    if (order != pProgramsOrder || handle.pGeneration != pPrograms.Generation()) {
+    if (!Holds(handle)) {
         expr::Program& program = ProgramFor(text, order);
         // A program that is not kept is translated again next time.
         handle.pProgram = &program;
@@ -117,10 +121,14 @@ expr::Program& clsExpression::ProgramOf(std::string_view text, ProgramHandle& ha
     return *handle.pProgram;
 }
 
+// A handle made while the programs were kept as they are now, for the
+// operator order now set.
+bool clsExpression::Holds(const ProgramHandle& handle) const {
+    return OrderOf(pPrecedence) == pProgramsOrder && handle.pGeneration == pPrograms.Generation();
+}
+
 bool clsExpression::IsConstant(const ProgramHandle& handle) const {
-    const auto order = pPrecedence == kLeftToRightOrder ? expr::OperatorOrder::LeftToRight
-                                                        : expr::OperatorOrder::Levels;
-    if (order != pProgramsOrder || handle.pGeneration != pPrograms.Generation()) return false;
+    if (!Holds(handle)) return false;
     const std::vector<expr::Step>& steps = handle.pProgram->Steps;
     return steps.size() == 1 && steps.front().Kind == expr::StepKind::Constant;
 }

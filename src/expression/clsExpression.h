@@ -110,6 +110,9 @@ class clsExpression {
     static constexpr std::int16_t kLevelOrder = 0;
     static constexpr std::int16_t kLeftToRightOrder = 1;
 
+    // The operator order of a Precedence setting (an invalid one reads as
+    // the levels).
+    static expr::OperatorOrder OrderOf(std::int16_t precedence);
     // The operator order of the Precedence setting; an invalid setting is
     // recorded at every evaluation.
     expr::OperatorOrder Order();
@@ -120,6 +123,7 @@ class clsExpression {
     // LookUpName without a copy; nullptr when the name has no value.
     const Value* LookUpNameInPlace(SymbolName& name);
     expr::Program& ProgramOf(std::string_view text, ProgramHandle& handle);
+    bool Holds(const ProgramHandle& handle) const;
     void ApplyPrecision(Value& value);
 
     std::string pExpression;

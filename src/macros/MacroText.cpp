@@ -1,7 +1,6 @@
 #include "macros/MacroText.h"
 
 #include "assembler/LineScanner.h"
-#include "assembler/RunFailure.h"
 #include "assembler/SourceStatement.h"
 
 #include <array>
@@ -106,9 +105,7 @@ void SubstituteLine(std::string_view line, const ParameterMap& parameters, Scann
         const std::size_t operationStart = result.size();
         AppendSubstituted(result, statement.Operation, parameters);
         const bool noOperation = result.size() == operationStart;
-        if (statement.TooManyOperands)
-            throw RunFailure("more than " + std::to_string(LineScanner::MaxOperands) +
-                             " operands in one statement");
+        if (statement.TooManyOperands) LineScanner::FailTooManyOperands();
         const std::span<const std::string_view> operands = scratch.OperandsOf(statement);
         if (noLabel && noOperation && operands.empty()) {
             result.resize(lineStart);

@@ -1,17 +1,11 @@
 #include "output/LoaderWriter.h"
 
 #include "output/HexText.h"
+#include "output/ObjectInks.h"
 
 namespace trident {
-namespace {
 
-constexpr Colour CommandInk{0, 128, 0};
-constexpr Colour AddressInk{0, 0, 0};
-constexpr Colour ByteInk{0, 0, 160};
-constexpr Colour WordInk{0, 0, 255};
-constexpr std::string_view LineEnd = "\r\n";
-
-} // namespace
+using ObjectInks::LineEnd;
 
 void LoaderWriter::Restart(std::uint16_t address) {
     pRestart = true;
@@ -33,22 +27,22 @@ void LoaderWriter::OpenBlock() {
     // The sde opening starts with the "." that ends the previous entry
     // command, so a program that begins with an org starts with a lone ".".
     const FixedHex<4> address(pAddress);
-    pText.Append({{pStyle == LoaderStyle::Sde ? ".\r\n\r\nE" : "S", CommandInk},
-                  {address, AddressInk},
-                  {LineEnd, AddressInk}});
+    pText.Append({{pStyle == LoaderStyle::Sde ? ".\r\n\r\nE" : "S", ObjectInks::Command},
+                  {address, ObjectInks::Address},
+                  {LineEnd, ObjectInks::Address}});
     pRestart = false;
 }
 
 void LoaderWriter::WriteByte(std::uint8_t byte, bool fromWord) {
     const FixedHex<2> digits(byte);
-    const Colour ink = fromWord ? WordInk : ByteInk;
+    const Colour ink = fromWord ? ObjectInks::Word : ObjectInks::Byte;
     pText.Append({{digits, ink}, {LineEnd, ink}});
     ++pAddress;
 }
 
 void LoaderWriter::Finish() {
     if (!pEnabled) return;
-    pText.Append(pStyle == LoaderStyle::Sde ? "." : ".\r\n", CommandInk);
+    pText.Append(pStyle == LoaderStyle::Sde ? "." : ".\r\n", ObjectInks::Command);
 }
 
 void LoaderWriter::Clear() {

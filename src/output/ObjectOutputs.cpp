@@ -3,6 +3,7 @@
 namespace trident {
 
 void ObjectOutputs::StartPass(bool finalPass) {
+    pWriting = finalPass && (pWanted.Srec || pWanted.Hex || pWanted.Loader);
     pRecords.SetEnabled(finalPass && pWanted.Srec, finalPass && pWanted.Hex);
     pLoader.SetEnabled(finalPass && pWanted.Loader);
     pRecords.Restart(0);
@@ -13,7 +14,7 @@ void ObjectOutputs::Restart(std::uint16_t address) {
     pLoader.Restart(address);
 }
 
-void ObjectOutputs::WriteBits(std::uint32_t whole, int width) {
+void ObjectOutputs::WriteAll(std::uint32_t whole, int width) {
     pRecords.WriteBits(whole, width);
     pLoader.WriteBits(whole, width);
 }
@@ -24,6 +25,7 @@ void ObjectOutputs::Finish(std::uint16_t startAddress) {
 }
 
 void ObjectOutputs::Clear() {
+    pWriting = false;
     pRecords.Clear();
     pLoader.Clear();
 }

@@ -20,8 +20,11 @@ class ObjectOutputs {
     void StartPass(bool finalPass);
     // The emission address jumped (org, reserved space).
     void Restart(std::uint16_t address);
-    // An emitted value, reduced to its whole bits (WholeBits).
-    void WriteBits(std::uint32_t whole, int width);
+    // An emitted value, reduced to its whole bits (WholeBits). Every value
+    // of every pass comes here; only the final pass writes.
+    void WriteBits(std::uint32_t whole, int width) {
+        if (pWriting) WriteAll(whole, width);
+    }
     // Closes the open records and writes the end records.
     void Finish(std::uint16_t startAddress);
     void Clear();
@@ -37,9 +40,13 @@ class ObjectOutputs {
     const ColouredText& Loader() const { return pLoader.Text(); }
 
   private:
+    void WriteAll(std::uint32_t whole, int width);
+
     RecordWriter pRecords;
     LoaderWriter pLoader;
     ObjectTexts pWanted;
+    // The pass under way writes at least one of the texts.
+    bool pWriting = false;
 };
 
 } // namespace trident

@@ -2,22 +2,20 @@
 
 #include "output/ColouredLine.h"
 #include "output/HexText.h"
+#include "output/ObjectInks.h"
 
 #include <bit>
 
 namespace trident {
 namespace {
 
-constexpr Colour MarkInk{0, 128, 0};
 constexpr Colour CountInk{0, 160, 160};
-constexpr Colour AddressInk{0, 0, 0};
 constexpr Colour TypeInk{160, 0, 0};
-constexpr Colour ByteInk{0, 0, 160};
-constexpr Colour WordInk{0, 0, 255};
 constexpr Colour ChecksumInk{160, 0, 0};
-constexpr std::string_view LineEnd = "\r\n";
 
 } // namespace
+
+using ObjectInks::LineEnd;
 
 void RecordText::WriteRecord(std::uint16_t address, std::span<const std::uint8_t> bytes,
                              std::uint16_t wordBytes) {
@@ -40,9 +38,9 @@ void RecordText::Write(std::string_view mark, std::uint16_t address,
     // bytes or from words), each in its colour.
     ColouredLine line(pText, mark.size() + 2 + 4 + pFormat.Type.size() + 2 * bytes.size() + 2 +
                                  (lineEnd ? LineEnd.size() : 0));
-    line.Put(mark, MarkInk);
+    line.Put(mark, ObjectInks::Command);
     WriteHexDigits(line.Take(2, CountInk), static_cast<std::uint32_t>(countField), 2);
-    WriteHexDigits(line.Take(4, AddressInk), address, 4);
+    WriteHexDigits(line.Take(4, ObjectInks::Address), address, 4);
     line.Put(pFormat.Type, TypeInk);
     const auto all = static_cast<std::uint16_t>((1u << count) - 1);
     for (int first = 0; first < count;) {
@@ -50,13 +48,13 @@ void RecordText::Write(std::string_view mark, std::uint16_t address,
         // The stretch ends at the first later byte of the other kind.
         const unsigned otherKind = (fromWord ? ~wordBytes : wordBytes) & all & (~0u << first);
         const int end = otherKind == 0 ? count : std::countr_zero(otherKind);
-        char* out =
-            line.Take(2 * static_cast<std::size_t>(end - first), fromWord ? WordInk : ByteInk);
+        char* out = line.Take(2 * static_cast<std::size_t>(end - first),
+                              fromWord ? ObjectInks::Word : ObjectInks::Byte);
         for (; first < end; ++first)
             out = WriteHexByte(out, bytes[static_cast<std::size_t>(first)]);
     }
     WriteHexDigits(line.Take(2, ChecksumInk), checksum & 0xFF, 2);
-    if (lineEnd) line.Put(LineEnd, AddressInk);
+    if (lineEnd) line.Put(LineEnd, ObjectInks::Address);
 }
 
 } // namespace trident

@@ -78,7 +78,7 @@ std::string ToRtf(const ColouredText& text, std::string_view fontName, int point
     }
     rtf += "}\n\\f0\\fs" + std::to_string(pointSize * 2) + " ";
     // Escapes make the document somewhat longer than the text.
-    rtf.reserve(rtf.size() + text.Size() + text.Text().size() / 4 + 8 * text.Runs().size());
+    rtf.reserve(rtf.size() + text.Size() + text.Size() / 4 + 8 * text.Runs().size());
     const std::string_view characters = text.Text();
     for (const auto& run : text.Runs()) {
         const auto index = std::find(table.begin(), table.end(), run.Ink) - table.begin();
