@@ -41,20 +41,6 @@ std::int32_t ToWidth(std::uint32_t bits, int width, Signedness signedness) {
     return static_cast<std::int32_t>(low);
 }
 
-// The low 32 bits of the whole part of `value`, taken exactly for every
-// double however large; infinity and NaN have none.
-std::uint32_t WholeBitsOf(double value) {
-    constexpr double twoPow32 = 4294967296.0;
-    constexpr double twoPow53 = 9007199254740992.0;
-    // Exact in 64 bits: the low 32 bits of the two's complement.
-    if (std::fabs(value) < twoPow53)
-        return static_cast<std::uint32_t>(static_cast<std::int64_t>(std::trunc(value)));
-    if (!std::isfinite(value)) return 0;
-    double low32 = std::fmod(std::trunc(value), twoPow32);
-    if (low32 < 0) low32 += twoPow32;
-    return static_cast<std::uint32_t>(low32);
-}
-
 std::string NumberText(double value) {
     if (value == std::trunc(value) && std::fabs(value) < 1e15)
         return std::to_string(static_cast<long long>(value));
@@ -195,7 +181,7 @@ std::int32_t Assembly::ReduceNumber(std::string_view text, const Value& result, 
         ListWarning("Value Truncated to Integer", detail(), force);
         clean = false;
     }
-    return ToWidth(WholeBitsOf(*number), width, signedness);
+    return ToWidth(WholeBits(*number), width, signedness);
 }
 
 } // namespace trident

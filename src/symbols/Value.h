@@ -33,20 +33,26 @@ inline std::optional<double> AsNumber(const Value& value) {
     return std::nullopt;
 }
 
-// The low 32 bits (two's complement) of a number's whole part, as emitted
-// code takes it; 0 for an empty value, a string, an infinity or NaN.
-inline std::uint32_t WholeBits(const Value& value) {
-    if (const auto* i32 = std::get_if<std::int32_t>(&value))
-        return static_cast<std::uint32_t>(*i32);
-    const std::optional<double> number = AsNumber(value);
-    if (!number || !std::isfinite(*number)) return 0;
-    const double whole = std::trunc(*number);
+// The low 32 bits (two's complement) of a number's whole part, taken
+// exactly for every double however large; 0 for an infinity or NaN.
+inline std::uint32_t WholeBits(double number) {
+    if (!std::isfinite(number)) return 0;
+    const double whole = std::trunc(number);
     if (std::fabs(whole) < 9.0e18)
         return static_cast<std::uint32_t>(static_cast<std::int64_t>(whole));
     constexpr double twoPow32 = 4294967296.0;
     double low = std::fmod(whole, twoPow32);
     if (low < 0) low += twoPow32;
     return static_cast<std::uint32_t>(low);
+}
+
+// The same of a value, as emitted code takes it; 0 for an empty value or a
+// string.
+inline std::uint32_t WholeBits(const Value& value) {
+    if (const auto* i32 = std::get_if<std::int32_t>(&value))
+        return static_cast<std::uint32_t>(*i32);
+    const std::optional<double> number = AsNumber(value);
+    return number ? WholeBits(*number) : 0;
 }
 
 } // namespace trident
