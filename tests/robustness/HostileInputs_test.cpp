@@ -89,7 +89,11 @@ TEST(HostileSources, EachEndsWithItsMessage) {
             EXPECT_NE(result.Err.find(message), std::string::npos)
                 << "missing: " << message << "\nin: " << result.Err.substr(0, 2000);
         // Even a failed run leaves its listing, naming what went wrong.
-        EXPECT_TRUE(std::filesystem::exists(dir.At("prog.ls")));
+        ASSERT_TRUE(std::filesystem::exists(dir.At("prog.ls")));
+        if (hostile.Exit == RunFailed) {
+            EXPECT_NE(dir.Read("prog.ls").find("~Assembly stopped ~ " + hostile.Messages[0]),
+                      std::string::npos);
+        }
     }
 }
 
