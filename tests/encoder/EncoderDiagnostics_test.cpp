@@ -59,7 +59,8 @@ TEST(EncoderDiagnostics, ReportAndStillEmit) {
     }
 }
 
-// Processor warnings, unless the option box of the row's processor is checked.
+// Processor warnings, unless the option box of the row's processor is checked
+// (a processor directive sets the boxes from its line on).
 TEST(EncoderDiagnostics, ProcessorWarnings) {
     // Each source, the Z80 and Z180 boxes, and the warnings.
     // clang-format off
@@ -71,7 +72,8 @@ TEST(EncoderDiagnostics, ProcessorWarnings) {
         {" mov a,5(ix)\n", false, false, {"z80 warning  ~ 5(ix)"}}, {" inx Y\n", false, false, {"z80 warning  ~ Y"}},
         {" mov a,(IX)\n mov (hl),b\n", false, false, {"z80 warning  ~ (IX)"}},
         {" mov a,5(ix)\n inx y\n", true, false, {}},
-        {" bit 1,2(ix)\n", false, false, {"Z80 Warning ~ bit", "z80 warning  ~ 2(ix)"}}};
+        {" bit 1,2(ix)\n", false, false, {"Z80 Warning ~ bit", "z80 warning  ~ 2(ix)"}},
+        {" .i8080\n djnz $\n .z80\n djnz $\n", true, false, {"Z80 Warning ~ djnz"}}};
     // clang-format on
     for (const auto& [source, z80, z180, warnings] : cases) {
         SCOPED_TRACE(::testing::Message() << source << z80 << z180);
