@@ -74,13 +74,6 @@ TEST(Processor, DirectivesSetTheCheckBoxesAndTellTheWindow) {
     EXPECT_TRUE(run.Options().Z180);
 }
 
-TEST(Processor, The8080SelectionWarnsAboutZ80Instructions) {
-    EncoderRun run;
-    run.Options().Z80 = true;
-    run.Assemble(" .i8080\n djnz $\n .z80\n djnz $\n");
-    EXPECT_EQ(run.DiagnosticTexts(), Texts{"Z80 Warning ~ djnz"});
-}
-
 TEST(Maclib, MissingOrNestedLibrariesAreReported) {
     testing::SourceRun run;
     run.Options().ListAllPasses = true;

@@ -27,6 +27,7 @@ TEST(LineScanner, ScanLineCutsStatementsFieldsAndOperands) {
         {" nop ; note ! nop", {{"", "nop", "", "; note "}, {"", "nop", "", ""}}},
         {"", {{"", "", "", ""}}},
         {"; only a comment", {{"", "", "", "; only a comment"}}},
+        {"   ; indented", {{"", "", "", "; indented"}}},
         {"label", {{"label", "", "", ""}}},
         {"label;c", {{"label", "", "", ";c"}}},
         {"lbl!nop", {{"lbl", "", "", ""}, {"nop", "", "", ""}}},

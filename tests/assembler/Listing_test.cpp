@@ -1,20 +1,13 @@
 #include "assembler/Listing.h"
 #include "assembler/ListingColours.h"
+#include "support/ListingBody.h"
 
 #include <gtest/gtest.h>
 
 namespace trident {
 namespace {
 
-// The colour of the first character of `piece` in the listing.
-Colour InkOf(const Listing& listing, std::string_view piece) {
-    const ColouredText& text = listing.Text();
-    const std::size_t at = text.Text().find(piece);
-    for (const auto& run : text.Runs())
-        if (at >= run.Start && at < run.Start + run.Length) return run.Ink;
-    ADD_FAILURE() << "no run covers " << piece;
-    return {};
-}
+using testing::InkOf;
 
 class ListingTest : public ::testing::Test {
   protected:
@@ -43,9 +36,9 @@ TEST_F(ListingTest, LineLayout) {
     listing.ListLine(statement, 1);
     EXPECT_EQ(listing.Text().Text(), "0000\t0005  \tlbl\top\tx,y\t; c\t\r\n"
                                      "001A +01\t3E05\tlbl\top\tx,y\t; c\t\r\n");
-    EXPECT_EQ(InkOf(listing, "001A"), ListingColours::Directive);
-    EXPECT_EQ(InkOf(listing, "3E05"), ListingColours::Bytes);
-    EXPECT_EQ(InkOf(listing, "; c"), ListingColours::Comment);
+    EXPECT_EQ(InkOf(listing.Text(), "001A"), ListingColours::Directive);
+    EXPECT_EQ(InkOf(listing.Text(), "3E05"), ListingColours::Bytes);
+    EXPECT_EQ(InkOf(listing.Text(), "; c"), ListingColours::Comment);
 }
 
 TEST_F(ListingTest, FieldsTakeTheCategoryColour) {
@@ -75,7 +68,7 @@ TEST_F(ListingTest, FieldsTakeTheCategoryColour) {
         statement.Z180Row = c.Z180Row;
         statement.IndexUsed = c.IndexUsed;
         fresh.ListLine(statement, 0);
-        EXPECT_EQ(InkOf(fresh, "lbl"), c.Expected) << static_cast<int>(c.Category);
+        EXPECT_EQ(InkOf(fresh.Text(), "lbl"), c.Expected) << static_cast<int>(c.Category);
     }
 }
 
@@ -120,7 +113,7 @@ TEST_F(ListingTest, DiagnosticsAreCountedOnlyWhenListedOrForced) {
     EXPECT_EQ(state.WarningCount, 1);
     EXPECT_EQ(listing.Text().Text(),
               "~  *** Terminal ~ Value must be Resolved NOW ****  ~ org\r\n~loud ~ \r\n");
-    EXPECT_EQ(InkOf(listing, "~loud"), ListingColours::Warning);
+    EXPECT_EQ(InkOf(listing.Text(), "~loud"), ListingColours::Warning);
     ASSERT_EQ(listing.Diagnostics().size(), 2u);
     EXPECT_EQ(listing.Diagnostics()[0].Where.Line, 3);
     EXPECT_EQ(listing.Diagnostics()[1].Kind, Severity::Warning);

@@ -24,7 +24,9 @@ TEST(SymbolDirectives, PassesValueAndDiagnostics) {
         {"a equ b\nb equ 3\n", {1, 2, 3, 0}, "a", 3, {}},
         {"x equ 5\nx equ 6\n", {1, 2, 0}, "x", 5, {"Symbol Already Defined ~ x"}},
         {"x:\nx equ 6\n", {1, 2, 0}, "x", 0, {"Symbol Already Defined ~ x"}},
+        // A "..name" takes each value in turn.
         {"..t equ 1\n..t equ 2\n", {1, 2, 0}, "..t", 2, {}},
+        {"..t equ 1\nx equ ..t\n..t equ 2\n", {1, 2, 0}, "x", 1, {}},
         // set neither reports duplicates nor asks for another pass.
         {"n set 1\nn set 2\n", {1, 0}, "n", 2, {}},
         {"n set 1\nx equ n\nn set 2\n", {1, 2, 0}, "x", 1, {}},
@@ -71,13 +73,6 @@ TEST(SymbolDirectives, SetWithOtherThanOneOperandIsLeftToLaterSteps) {
         EXPECT_EQ(run.StatementLines().front().find("  \t"), std::string::npos)
             << "no value column: " << source;
     }
-}
-
-TEST(SymbolDirectives, DotDotNameTakesEachValueInTurn) {
-    SourceRun run("..t equ 1\nx equ ..t\n..t equ 2\ny equ ..t\n");
-    EXPECT_EQ(run.Symbol("x"), 1);
-    EXPECT_EQ(run.Symbol("y"), 2);
-    EXPECT_TRUE(run.Diagnostics().empty());
 }
 
 // The value column shows four hexadecimal digits and two spaces.

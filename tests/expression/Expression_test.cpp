@@ -236,32 +236,22 @@ TEST(Evaluate, ErrorsAccumulateUntilDrained) {
     EXPECT_EQ(evaluator.Error(), 0);
 }
 
-// The same text evaluated again follows the settings as they are now.
-TEST(Evaluate, KeptProgramsFollowTheSettings) {
-    clsExpression evaluator;
-    EXPECT_EQ(Describe(evaluator.Evaluate("2+3*4")), "int 14");
-    EXPECT_EQ(Describe(evaluator.Evaluate("sin(90)")), Describe(std::sin(90.0)));
-    evaluator.SetPrecedence(1);
-    evaluator.SetDRG(AngleUnit::Degrees);
-    EXPECT_EQ(Describe(evaluator.Evaluate("2+3*4")), "int 20");
-    EXPECT_EQ(Describe(evaluator.Evaluate("sin(90)")), "double 1");
-    EXPECT_EQ(Drain(evaluator), Errors{});
-}
-
-// A caller that keeps a text's program in a handle gets what evaluating the
-// text anew would give, whatever changed in between: the settings, or the
-// programs the evaluator keeps.
+// A text evaluated again, from the evaluator's own store or from a handle
+// the caller keeps, gives what evaluating it anew would give, whatever
+// changed in between: the settings, or the programs the evaluator keeps.
 TEST(Evaluate, HandlesFollowTheSettingsAndTheKeptPrograms) {
     clsExpression evaluator;
     ProgramHandle product;
     ProgramHandle seven;
     EXPECT_FALSE(evaluator.IsConstant(seven)) << "holds no program yet";
+    EXPECT_EQ(Describe(evaluator.Evaluate("2+3*4")), "int 14");
     EXPECT_EQ(Describe(evaluator.Evaluate("2+3*4", product)), "int 14");
     EXPECT_EQ(Describe(evaluator.Evaluate("7", seven)), "int 7");
     EXPECT_TRUE(evaluator.IsConstant(seven));
     EXPECT_FALSE(evaluator.IsConstant(product));
     evaluator.SetPrecedence(1); // drops the kept programs
     EXPECT_FALSE(evaluator.IsConstant(seven));
+    EXPECT_EQ(Describe(evaluator.Evaluate("2+3*4")), "int 20");
     EXPECT_EQ(Describe(evaluator.Evaluate("2+3*4", product)), "int 20");
     evaluator.SetPrecision(4);
     EXPECT_FALSE(evaluator.KeepsResults());

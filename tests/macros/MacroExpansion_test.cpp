@@ -100,13 +100,5 @@ TEST(Macros, RepeatBlocks) {
     ExpectExpansions(cases);
 }
 
-TEST(Macros, EndlessRecursionFailsTheRunAtTheDepthLimit) {
-    EncoderRun run;
-    EXPECT_EQ(run.Assemble(" db 1\nm macro\n m\n endm\n m\n"), Assembly::Outcome::Failed);
-    const std::string& message = run.Run().FailureMessage();
-    EXPECT_NE(message.find("deeper than 255 levels"), std::string::npos) << message;
-    EXPECT_NE(message.find("line 5, in expansion of macro m"), std::string::npos) << message;
-}
-
 } // namespace
 } // namespace trident

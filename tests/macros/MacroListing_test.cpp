@@ -23,14 +23,6 @@ constexpr const char* BodyLine2 = "0000\t\t\tdb\ta+1\t;; hidden\t";
 constexpr const char* Expanded1 = "0000 +01\t05\t\tdb\t5\t; the byte\t";
 constexpr const char* Expanded2 = "0001 +01\t06\t\tdb\t5+1\t\t";
 
-// The colour of the fields of `line`, past its address and empty bytes column.
-Colour FieldInk(const ColouredText& text, std::string_view line) {
-    const std::size_t at = text.Text().find(line) + std::string_view("0000\t\t").size();
-    for (const auto& run : text.Runs())
-        if (at >= run.Start && at < run.Start + run.Length) return run.Ink;
-    return Colour{};
-}
-
 // Definition lines appear only on request, and so do expansion lines, with
 // their level after the address; ";;" comments stay out of the expansion and
 // out of the stored body, whose fields are separated by tabs.
@@ -54,10 +46,11 @@ TEST(MacroListing, ListsBodiesAndExpansionsOnRequest) {
         EXPECT_EQ(run.Symbol("here"), 0) << "the call's label names its address";
         EXPECT_EQ(run.Run().Macros().MacroDefinition("M"), "\tdb\ta\t; the byte\r\n\tdb\ta+1\r\n");
         if (!c.Definitions) continue;
+        // The fields, past the address and the empty bytes column.
         const ColouredText& text = run.Run().GetListing().Text();
-        EXPECT_EQ(FieldInk(text, Header), ListingColours::MacroDefinition);
-        EXPECT_EQ(FieldInk(text, BodyLine2), ListingColours::MacroDefinition);
-        EXPECT_EQ(FieldInk(text, Call), ListingColours::MacroCall);
+        EXPECT_EQ(testing::InkOf(text, Header, 6), ListingColours::MacroDefinition);
+        EXPECT_EQ(testing::InkOf(text, BodyLine2, 6), ListingColours::MacroDefinition);
+        EXPECT_EQ(testing::InkOf(text, Call, 6), ListingColours::MacroCall);
     }
 }
 

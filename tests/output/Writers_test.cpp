@@ -41,21 +41,28 @@ std::string Loaded(LoaderStyle style, const std::string& steps) {
     return std::string(loader.Text().Text());
 }
 
-TEST(IntelHex, RecordsAndTheEndRecord) {
-    EXPECT_EQ(Records(Format::Hex, "@0100 3E 01 02"), ":030100003E0102BB\r\n:0000000000");
-    // A restart closes the open record and opens one at the new address.
-    EXPECT_EQ(Records(Format::Hex, "@0100 AA @0205 BB", 0x0100),
-              ":01010000AA54\r\n:01020500BB3D\r\n:00010000FF");
-}
-
-TEST(IntelHex, RecordsNeverCrossASixteenByteBoundary) {
-    // The 24th byte opens a record that the end closes empty.
+// A restart closes the open record and opens one at the new address; no
+// record crosses a sixteen-byte boundary, and a byte ending at one leaves an
+// empty record behind it.
+TEST(RecordWriter, RecordsRestartsBoundariesAndTheEndRecord) {
     const std::string twenty = "@0108 00 01 02 03 04 05 06 07 08 09 0A 0B 0C 0D 0E 0F 10 11 12 13";
-    EXPECT_EQ(Records(Format::Hex, twenty + " 14 15 16 17"),
-              ":080108000001020304050607D3\r\n:1001100008090A0B0C0D0E0F1011121314151617E7\r\n"
-              ":00012000DF\r\n:0000000000");
-    EXPECT_EQ(Records(Format::Hex, twenty),
-              ":080108000001020304050607D3\r\n:0C01100008090A0B0C0D0E0F1011121341\r\n:0000000000");
+    const struct {
+        Format Kind;
+        std::string Steps;
+        std::uint16_t Start;
+        const char* Text;
+    } cases[] = {
+        {Format::Hex, "@0100 3E 01 02", 0, ":030100003E0102BB\r\n:0000000000"},
+        {Format::Hex, "@0100 AA @0205 BB", 0x0100, ":01010000AA54\r\n:01020500BB3D\r\n:00010000FF"},
+        {Format::Hex, twenty + " 14 15 16 17", 0,
+         ":080108000001020304050607D3\r\n:1001100008090A0B0C0D0E0F1011121314151617E7\r\n"
+         ":00012000DF\r\n:0000000000"},
+        {Format::Hex, twenty, 0,
+         ":080108000001020304050607D3\r\n:0C01100008090A0B0C0D0E0F1011121341\r\n:0000000000"},
+        {Format::Srec, "@0100 3E 01", 0x0100, "S10501003E01BA\r\nS9030100FB"},
+        {Format::Srec, "@010F 00", 0, "S104010F00EB\r\nS1030110EB\r\nS9030000FC"},
+    };
+    for (const auto& c : cases) EXPECT_EQ(Records(c.Kind, c.Steps, c.Start), c.Text) << c.Steps;
 }
 
 TEST(IntelHex, WordSplitsAcrossRecordsAndIsColouredAsAWord) {
@@ -82,12 +89,6 @@ TEST(RecordWriter, BothFormatsCutTheSameRecordsAndADisabledWriterWritesNothing) 
     Fed(neither, steps).Finish(0);
     EXPECT_TRUE(neither.Hex().Empty());
     EXPECT_TRUE(neither.Srec().Empty());
-}
-
-TEST(Srec, DataAndTerminationRecords) {
-    EXPECT_EQ(Records(Format::Srec, "@0100 3E 01", 0x0100), "S10501003E01BA\r\nS9030100FB");
-    // The last byte at a boundary leaves an empty record.
-    EXPECT_EQ(Records(Format::Srec, "@010F 00"), "S104010F00EB\r\nS1030110EB\r\nS9030000FC");
 }
 
 TEST(Loader, StylesAndBlocks) {

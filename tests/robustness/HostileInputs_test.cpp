@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <optional>
 #include <string>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -89,28 +90,34 @@ TEST(HostileSources, EachEndsWithItsMessage) {
             EXPECT_NE(result.Err.find(message), std::string::npos)
                 << "missing: " << message << "\nin: " << result.Err.substr(0, 2000);
         // Even a failed run leaves its listing, naming what went wrong.
-        EXPECT_TRUE(std::filesystem::exists(dir.At("prog.ls")));
+        ASSERT_TRUE(std::filesystem::exists(dir.At("prog.ls")));
+        if (hostile.Exit == RunFailed) {
+            EXPECT_NE(dir.Read("prog.ls").find("~Assembly stopped ~ " + hostile.Messages[0]),
+                      std::string::npos);
+        }
     }
 }
 
-// No assembly starts with a damaged table, and the message says what is wrong.
-TEST(HostileFiles, DamagedOpcodeTables) {
-    const std::pair<std::string, std::string> tables[] = {
-        {"nop,0,1,blank,NO,8080\nhlt,118,1\n", "row 2 ends before its class field"},
-        {"nop,256,1,blank,NO,8080\n", "the opcode field of row 1 (256)"},
-        {"nop,0,40000,blank,NO,8080\n", "the spare field of row 1 (40000)"},
-        {"nop,zero,1,blank,NO,8080\n", "is not a whole number"},
-        {std::string("\x01\xff\0,\0\n", 6), "Unable to read OpTable.Def"}};
-    for (const auto& [table, message] : tables) {
+// No assembly starts with a missing or damaged table (nothing, a directory
+// in its place, or text that is no table), and the message says what is
+// wrong, once.
+TEST(HostileFiles, UnreadableOrDamagedOpcodeTables) {
+    const std::tuple<const char*, std::optional<std::string>, std::string> tables[] = {
+        {"none.def", std::nullopt, "none.def"},
+        {".", std::nullopt, "Unable to read OpTable.Def"},
+        {"OpTable.def", "nop,0,1,blank,NO,8080\nhlt,118,1\n", "row 2 ends before its class field"},
+        {"OpTable.def", "nop,zero,1,blank,NO,8080\n", "is not a whole number"},
+        {"OpTable.def", std::string("\x01\xff\0,\0\n", 6), "Unable to read OpTable.Def"}};
+    for (const auto& [name, table, message] : tables) {
         SCOPED_TRACE(message);
         ToolDir dir;
         dir.Write("prog.asm", " nop\n");
-        dir.Write("OpTable.def", table);
-        const auto result = dir.Run("{prog.asm} --quiet --optable {OpTable.def}");
+        if (table) dir.Write(name, *table);
+        const auto result = dir.Run("{prog.asm} --quiet --optable {" + std::string(name) + "}");
         EXPECT_EQ(result.Exit, RunFailed);
-        EXPECT_NE(result.Err.find("Unable to read OpTable.Def to initialize Assembler"),
-                  std::string::npos)
-            << result.Err;
+        const std::string head = "\nUnable to read OpTable.Def to initialize Assembler Error #";
+        EXPECT_EQ(result.Err.rfind(head, 0), 0u) << result.Err;
+        EXPECT_EQ(result.Err.find(head, 1), std::string::npos) << result.Err;
         EXPECT_NE(result.Err.find(message), std::string::npos) << result.Err;
     }
 }
