@@ -1,7 +1,7 @@
 // Cost of filling the symbol table to capacity and of resolving every name
 // in it, the two operations a large source repeats every pass.
 
-#include "symbols/clsSymbolTable.h"
+#include "symbols/SymbolTable.h"
 
 #include <benchmark/benchmark.h>
 #include <string>
@@ -22,7 +22,7 @@ void BM_Fill(benchmark::State& state) {
     const std::vector<std::string> names = SymbolNames();
     for (auto _ : state) {
         state.PauseTiming();
-        trident::clsSymbolTable table;
+        trident::SymbolTable table;
         state.ResumeTiming();
         for (int i = 0; i < SymbolCount; ++i) table.SetVariable(names[i], std::int32_t{i});
         benchmark::DoNotOptimize(table.Index());
@@ -33,7 +33,7 @@ BENCHMARK(BM_Fill)->Unit(benchmark::kMicrosecond);
 
 void BM_LookUpAll(benchmark::State& state) {
     const std::vector<std::string> names = SymbolNames();
-    trident::clsSymbolTable table;
+    trident::SymbolTable table;
     table.SetCaseSensitive(state.range(0) != 0);
     for (int i = 0; i < SymbolCount; ++i) table.SetVariable(names[i], std::int32_t{i});
     for (auto _ : state) {
@@ -47,7 +47,7 @@ void BM_FillAndLookUp(benchmark::State& state) {
     const std::vector<std::string> names = SymbolNames();
     for (auto _ : state) {
         state.PauseTiming();
-        trident::clsSymbolTable table;
+        trident::SymbolTable table;
         state.ResumeTiming();
         for (int i = 0; i < SymbolCount; ++i) table.SetVariable(names[i], std::int32_t{i});
         for (const std::string& name : names) benchmark::DoNotOptimize(table.Variable(name));
@@ -59,7 +59,7 @@ void BM_Sort(benchmark::State& state) {
     const std::vector<std::string> names = SymbolNames();
     for (auto _ : state) {
         state.PauseTiming();
-        trident::clsSymbolTable table;
+        trident::SymbolTable table;
         for (int i = SymbolCount - 1; i >= 0; --i) table.SetVariable(names[i], std::int32_t{i});
         state.ResumeTiming();
         table.Sort();

@@ -8,11 +8,12 @@
 #include "assembler/LineScanner.h"
 #include "assembler/RunFailure.h"
 #include "assembler/RunState.h"
+#include "base/Text.h"
 #include "encoder/OpcodeTable.h"
 #include "encoder/OpcodeTableError.h"
-#include "expression/clsExpression.h"
+#include "expression/ExpressionEvaluator.h"
 #include "output/RtfText.h"
-#include "symbols/clsSymbolTable.h"
+#include "symbols/SymbolTable.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -44,15 +45,15 @@ inline void ScanLine(std::string_view line) {
             else
                 LineScanner::SplitOperands(field, operands);
         } catch (const RunFailure&) {}
-        for (const std::string& item : arguments) LineScanner::TrimBlanks(item);
-        for (const std::string_view item : operands) LineScanner::TrimBlanks(item);
+        for (const std::string& item : arguments) TrimBlanks(item);
+        for (const std::string_view item : operands) TrimBlanks(item);
     };
     try {
         LineScanner::ScanLine(line, statements, lineOperands);
     } catch (const RunFailure&) {}
     for (const SourceStatement& statement : statements) {
         LineScanner::TabsToSpaces(statement.Label);
-        LineScanner::LowerCase(statement.Operation);
+        LowerCase(statement.Operation);
         split(statement.Operands, false);
         if (!statement.TooManyOperands &&
             !std::ranges::equal(
@@ -70,11 +71,11 @@ inline void ScanLine(std::string_view line) {
 // symbols of every kind of value, in pass 0 or 1. A table takes long to
 // build, and evaluation only reads it (its reference marks aside), so each
 // of the eight is built once.
-inline clsSymbolTable& SymbolsFor(int group, int pass) {
-    static std::unique_ptr<clsSymbolTable> tables[4][2];
-    std::unique_ptr<clsSymbolTable>& table = tables[group][pass];
+inline SymbolTable& SymbolsFor(int group, int pass) {
+    static std::unique_ptr<SymbolTable> tables[4][2];
+    std::unique_ptr<SymbolTable>& table = tables[group][pass];
     if (!table) {
-        table = std::make_unique<clsSymbolTable>();
+        table = std::make_unique<SymbolTable>();
         table->CurrentPass = static_cast<std::int16_t>(pass);
         table->LoadPreDefinedValues(static_cast<std::int16_t>(group));
         table->SetVariable("word", Value{std::int16_t{0x1234}});
@@ -89,8 +90,8 @@ inline clsSymbolTable& SymbolsFor(int group, int pass) {
 // The text as an expression and through each literal conversion. `modes`
 // picks the evaluator's settings and the symbol table.
 inline void EvaluateText(std::uint8_t modes, std::string_view text) {
-    clsSymbolTable& symbols = SymbolsFor(modes & 3, modes >> 7);
-    clsExpression expression;
+    SymbolTable& symbols = SymbolsFor(modes & 3, modes >> 7);
+    ExpressionEvaluator expression;
     expression.SetVariables((modes & 4) ? nullptr : &symbols);
     expression.SetCaseSensitive((modes & 8) != 0);
     expression.SetDRG((modes & 16) ? AngleUnit::Degrees : AngleUnit::Radians);
@@ -103,7 +104,7 @@ inline void EvaluateText(std::uint8_t modes, std::string_view text) {
     expression.DoubleQuotedStringToString(text);
 
     // Drained by both readers, as the run and the window do.
-    clsExpression::ErrorString(expression.Error());
+    ExpressionEvaluator::ErrorString(expression.Error());
     expression.ExtraErrorString();
     while (expression.ErrorCount() > 0) {
         if (expression.ErrorCount() % 2 == 0)

@@ -3,6 +3,7 @@
 #include "assembler/LineScanner.h"
 #include "assembler/RunFailure.h"
 #include "assembler/StatementHandlers.h"
+#include "base/Text.h"
 #include "encoder/OpcodeTableError.h"
 #include "macros/MacroText.h"
 #include "output/HexText.h"
@@ -18,8 +19,9 @@ namespace trident {
 
 Assembly::Assembly(FrontEnd* frontEnd)
     : pFrontEnd(frontEnd ? *frontEnd : pSilentFrontEnd), pListing(pState, pFrontEnd),
-      pSymbols(std::make_unique<clsSymbolTable>()), pEvaluator(std::make_unique<clsExpression>()),
-      pMacros(std::make_unique<clsMacroTable>()), pHandlers(MakeStatementHandlers()) {
+      pSymbols(std::make_unique<SymbolTable>()),
+      pEvaluator(std::make_unique<ExpressionEvaluator>()), pMacros(std::make_unique<MacroTable>()),
+      pHandlers(MakeStatementHandlers()) {
     pEvaluator->SetVariables(pSymbols.get());
 }
 
@@ -57,11 +59,11 @@ bool Assembly::ResetForAssembly() {
     pState = RunState{};
     pState.Options = options;
     pListing.Clear();
-    pSymbols = std::make_unique<clsSymbolTable>();
+    pSymbols = std::make_unique<SymbolTable>();
     pSymbols->SetCaseSensitive(options.CaseSensitiveSymbols);
     // The evaluator of the previous assembly looked its names up in the
     // table just replaced.
-    pEvaluator = std::make_unique<clsExpression>();
+    pEvaluator = std::make_unique<ExpressionEvaluator>();
     pEvaluator->SetVariables(pSymbols.get());
     pSymbols->SetErrorSink(
         [this](std::string_view message, std::string_view detail) { ListError(message, detail); });
@@ -71,7 +73,7 @@ bool Assembly::ResetForAssembly() {
     pSortedReferences.clear();
     pPlaceFile = nullptr;
     pPlaceFiles.clear();
-    pMacros = std::make_unique<clsMacroTable>();
+    pMacros = std::make_unique<MacroTable>();
     pOutputs.Clear();
     pFailureMessage.clear();
     return LoadOpcodeTable();
@@ -355,11 +357,9 @@ inline void Assembly::PrepareStatement(const SourceStatement& fields,
 
 // Most operation words are written in lower case and serve as they stand.
 std::string_view Assembly::LowerCaseKeyword(std::string_view operation) {
-    const auto upper = [](char c) { return c >= 'A' && c <= 'Z'; };
-    if (std::none_of(operation.begin(), operation.end(), upper)) return operation;
+    if (std::none_of(operation.begin(), operation.end(), IsUpperAscii)) return operation;
     pKeywordText.assign(operation);
-    for (char& c : pKeywordText)
-        if (upper(c)) c = static_cast<char>(c - 'A' + 'a');
+    LowerCaseInPlace(pKeywordText);
     return pKeywordText;
 }
 

@@ -16,12 +16,12 @@
 #include "assembler/StatementHandler.h"
 #include "assembler/StatementMemo.h"
 #include "encoder/OpcodeTable.h"
-#include "expression/clsExpression.h"
+#include "expression/ExpressionEvaluator.h"
 #include "macros/ExpansionLevel.h"
-#include "macros/clsMacroTable.h"
+#include "macros/MacroTable.h"
 #include "output/ObjectOutputs.h"
+#include "symbols/SymbolTable.h"
 #include "symbols/Value.h"
-#include "symbols/clsSymbolTable.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -71,7 +71,7 @@ class Assembly {
     const RunState& State() const { return pState; }
     RunState& State() { return pState; }
     const Listing& GetListing() const { return pListing; }
-    clsSymbolTable& Symbols() { return *pSymbols; }
+    SymbolTable& Symbols() { return *pSymbols; }
     // The instruction set, read from Options().OpcodeTableFile at every Assemble.
     const OpcodeTable& Opcodes() const { return pOpcodes; }
     // The open conditional levels; they keep State().Skipping up to date.
@@ -87,7 +87,7 @@ class Assembly {
     // Every symbol with its value, kind, definition and references, sorted
     // by name (the location counter "$" left out).
     std::vector<ListingReports::SymbolRow> SymbolReport();
-    clsMacroTable& Macros() { return *pMacros; }
+    MacroTable& Macros() { return *pMacros; }
 
     // --- Services for the statement handlers -------------------------------
     void ListError(std::string_view message, std::string_view detail, bool force = false);
@@ -98,7 +98,7 @@ class Assembly {
     // the result is an integer reduced to the width, or empty (unresolved).
     Value EvaluateOperand(std::string_view text, int width,
                           Signedness signedness = Signedness::Either, bool force = false);
-    clsExpression& Evaluator() { return *pEvaluator; }
+    ExpressionEvaluator& Evaluator() { return *pEvaluator; }
     // The characters of a quoted string operand (either kind of quotes, with
     // escapes); conversion faults become diagnostics of the statement.
     std::string ConvertQuotedString(std::string_view text);
@@ -178,7 +178,7 @@ class Assembly {
     StatementMemo::Operand* KeptText(std::string_view text);
     Value Evaluate(std::string_view text, StatementMemo::Operand* kept);
     // Evaluate through a kept program, the value where it lies (see
-    // clsExpression::EvaluateInPlace).
+    // ExpressionEvaluator::EvaluateInPlace).
     const Value& EvaluateInPlace(std::string_view text, ProgramHandle& program);
     // An operand's value reduced to `width` bits with the range rules
     // (EvaluateOperand); `clean` is cleared when that raised a diagnostic.
@@ -207,10 +207,10 @@ class Assembly {
     RunState pState;
     ConditionalStack pConditionals{pState.Skipping};
     Listing pListing;
-    std::unique_ptr<clsSymbolTable> pSymbols;
-    std::unique_ptr<clsExpression> pEvaluator;
+    std::unique_ptr<SymbolTable> pSymbols;
+    std::unique_ptr<ExpressionEvaluator> pEvaluator;
     OpcodeTable pOpcodes;
-    std::unique_ptr<clsMacroTable> pMacros;
+    std::unique_ptr<MacroTable> pMacros;
     ObjectOutputs pOutputs;
     // Per symbol slot: how and where the final pass defined it and which
     // statements referred to it.

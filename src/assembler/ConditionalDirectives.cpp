@@ -2,8 +2,8 @@
 
 #include "assembler/Assembly.h"
 #include "assembler/ConditionalStack.h"
-#include "assembler/LineScanner.h"
 #include "assembler/ValueColumn.h"
+#include "base/Text.h"
 #include "encoder/OperandReader.h"
 
 #include <algorithm>
@@ -23,13 +23,13 @@ std::string_view OperandAt(const Statement& statement, std::size_t index) {
 // ifs_ncs / ifs_cs: a, rel, b with rel "eq" or "ne". Quotes stay part of the
 // strings; only the blanks around them go.
 bool CompareStrings(Assembly& run, const Statement& statement, bool caseBlind) {
-    std::string left = LineScanner::TrimBlanks(OperandAt(statement, 0));
-    std::string right = LineScanner::TrimBlanks(OperandAt(statement, 2));
+    std::string left(TrimBlanks(OperandAt(statement, 0)));
+    std::string right(TrimBlanks(OperandAt(statement, 2)));
     if (caseBlind) {
-        left = LineScanner::LowerCase(left);
-        right = LineScanner::LowerCase(right);
+        left = LowerCase(left);
+        right = LowerCase(right);
     }
-    const std::string relation = LineScanner::LowerCase(OperandAt(statement, 1));
+    const std::string relation = LowerCase(OperandAt(statement, 1));
     if (relation == "eq") return left == right;
     if (relation == "ne") return left != right;
     run.ListError("Only eq and ne supported", OperandAt(statement, 1));

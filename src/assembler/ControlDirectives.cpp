@@ -2,7 +2,7 @@
 
 #include "assembler/Assembly.h"
 #include "assembler/KeywordIndex.h"
-#include "assembler/LineScanner.h"
+#include "base/Text.h"
 #include "encoder/OperandReader.h"
 
 #include <algorithm>
@@ -20,7 +20,7 @@ constexpr std::string_view LibraryExtension = ".lib";
 
 std::string FirstOperand(const Statement& statement) {
     return statement.OperandList.empty() ? std::string{}
-                                         : LineScanner::TrimBlanks(statement.OperandList.front());
+                                         : std::string(TrimBlanks(statement.OperandList.front()));
 }
 
 // A file name may be written in either kind of quotes.
@@ -120,8 +120,7 @@ void Include(Assembly& run, Statement& statement) {
 
 bool HasLibraryExtension(std::string_view name) {
     return name.size() >= LibraryExtension.size() &&
-           LineScanner::LowerCase(name.substr(name.size() - LibraryExtension.size())) ==
-               LibraryExtension;
+           LowerCase(name.substr(name.size() - LibraryExtension.size())) == LibraryExtension;
 }
 
 // A library is read in pass 1 only; its macros stay in the macro table for

@@ -139,7 +139,7 @@ void DataDirectives::EmitBytes(Assembly& run, Statement& statement, const Form& 
     DataBytes bytes(run, statement.BytesText);
     const std::size_t last = statement.OperandList.size() - 1;
     for (std::size_t i = 0; i <= last; ++i) {
-        const std::string_view operand = expr::TrimBlanks(statement.OperandList[i]);
+        const std::string_view operand = TrimBlanks(statement.OperandList[i]);
         const bool final = i == last;
         if (IsQuotedString(operand)) {
             const bool mark = final && form.End != Ending::Plain && form.End != Ending::ZeroByte;
@@ -168,7 +168,7 @@ void DataDirectives::EmitWords(Assembly& run, Statement& statement) {
     if (MissingOperands(run, statement)) return;
     DataBytes bytes(run, statement.BytesText);
     for (const std::string_view operand : statement.OperandList)
-        bytes.Word(run.EvaluateOperand(expr::TrimBlanks(operand), 16));
+        bytes.Word(run.EvaluateOperand(TrimBlanks(operand), 16));
 }
 
 // Reserved space is never filled in the object texts: their records restart
@@ -177,7 +177,7 @@ void DataDirectives::EmitWords(Assembly& run, Statement& statement) {
 void DataDirectives::Reserve(Assembly& run, Statement& statement) {
     const OperandReader operands(run, statement);
     operands.CheckOperandCount(1);
-    const std::string_view operand = expr::TrimBlanks(operands.Operand(0));
+    const std::string_view operand = TrimBlanks(operands.Operand(0));
     const Value size = run.EvaluateOperand(operand, 16);
     if (IsEmpty(size)) {
         run.TerminalStop(operand);
@@ -193,7 +193,7 @@ void DataDirectives::EmitText(Assembly& run, Statement& statement, const Form& f
     operands.CheckOperandCount(1);
     if (statement.OperandList.empty()) return;
     DataBytes bytes(run, statement.BytesText);
-    const std::string text = run.ConvertQuotedString(expr::TrimBlanks(operands.Operand(0)));
+    const std::string text = run.ConvertQuotedString(TrimBlanks(operands.Operand(0)));
     EmitCharacters(bytes, text, form.End == Ending::MarkLastCharacter);
     if (form.End == Ending::ZeroByte) bytes.Byte(std::uint8_t{0});
 }
@@ -204,7 +204,7 @@ void DataDirectives::EmitIeee(Assembly& run, Statement& statement, const Form& f
     const bool single = form.Kind == Family::IeeeSingle;
     const int size = single ? 4 : 8;
     for (const std::string_view operand : statement.OperandList) {
-        const double number = IeeeNumber(run, expr::TrimBlanks(operand));
+        const double number = IeeeNumber(run, TrimBlanks(operand));
         const std::uint64_t bits = single ? std::bit_cast<std::uint32_t>(static_cast<float>(number))
                                           : std::bit_cast<std::uint64_t>(number);
         for (int i = 0; i < size; ++i) {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "assembler/StatementHandler.h"
-#include "symbols/TextHash.h"
+#include "base/TextHash.h"
 
 #include <cstdint>
 #include <memory>

@@ -307,15 +307,4 @@ void StripParityBits(std::string& text) {
     for (char& c : text) c = static_cast<char>(static_cast<unsigned char>(c) & 0x7F);
 }
 
-std::string LowerCase(std::string_view text) {
-    std::string result(text);
-    for (char& c : result)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    return result;
-}
-
-std::string TrimBlanks(std::string_view text) {
-    return std::string(expr::TrimBlanks(text));
-}
-
 } // namespace trident::LineScanner

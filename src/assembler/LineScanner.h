@@ -39,8 +39,6 @@ int SplitMacroArguments(std::string_view field, std::vector<std::string>& argume
 
 std::string TabsToSpaces(std::string_view text);
 void StripParityBits(std::string& text);
-std::string LowerCase(std::string_view text);
-std::string TrimBlanks(std::string_view text);
 
 } // namespace LineScanner
 } // namespace trident

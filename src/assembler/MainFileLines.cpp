@@ -2,6 +2,7 @@
 
 #include "assembler/LineScanner.h"
 #include "assembler/RunFailure.h"
+#include "base/Text.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -93,11 +94,10 @@ std::size_t MainFileLines::Cut(std::string_view line) {
 
 inline MainFileLines::Prepared MainFileLines::Prepare(std::string_view operation,
                                                       const DispatchIndex& steps) {
-    const auto upper = [](char c) { return c >= 'A' && c <= 'Z'; };
     // Most sources write operation words in lower case already.
     std::string_view keyword = operation;
-    if (std::any_of(operation.begin(), operation.end(), upper))
-        keyword = pTexts.emplace_back(LineScanner::LowerCase(operation));
+    if (std::any_of(operation.begin(), operation.end(), IsUpperAscii))
+        keyword = pTexts.emplace_back(LowerCase(operation));
     return {keyword, steps.StepsFor(keyword), {}};
 }
 

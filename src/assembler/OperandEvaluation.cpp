@@ -101,7 +101,7 @@ void Assembly::ReportEvaluatorFaults() {
     }
     while (pEvaluator->ErrorCount() > 0) {
         const std::int32_t code = pEvaluator->GetNextError();
-        const std::string message = clsExpression::ErrorString(code);
+        const std::string message = ExpressionEvaluator::ErrorString(code);
         const std::string extra = pEvaluator->ExtraErrorString();
         if (code < 0)
             ListWarning(message, extra);

@@ -26,7 +26,7 @@ std::uint64_t NamePrefix(std::string_view name) {
     std::uint64_t prefix = 0;
     for (std::size_t i = 0; i < 8; ++i)
         prefix = prefix << 8 |
-                 (i < name.size() ? static_cast<unsigned char>(expr::ToLowerAscii(name[i])) : 0u);
+                 (i < name.size() ? static_cast<unsigned char>(ToLowerAscii(name[i])) : 0u);
     return prefix;
 }
 
@@ -35,8 +35,8 @@ std::uint64_t NamePrefix(std::string_view name) {
 int CompareLowered(std::string_view a, std::string_view b) {
     const std::size_t common = std::min(a.size(), b.size());
     for (std::size_t i = 0; i < common; ++i) {
-        const auto x = static_cast<unsigned char>(expr::ToLowerAscii(a[i]));
-        const auto y = static_cast<unsigned char>(expr::ToLowerAscii(b[i]));
+        const auto x = static_cast<unsigned char>(ToLowerAscii(a[i]));
+        const auto y = static_cast<unsigned char>(ToLowerAscii(b[i]));
         if (x != y) return x < y ? -1 : 1;
     }
     return a.size() < b.size() ? -1 : a.size() > b.size() ? 1 : 0;
@@ -121,9 +121,9 @@ std::vector<ListingReports::SymbolRow> Assembly::SymbolReport() {
     GroupReferences();
     std::vector<ListingReports::SymbolRow> rows;
     rows.reserve(pOrigins.size());
-    clsSymbolTable& symbols = *pSymbols;
+    SymbolTable& symbols = *pSymbols;
     const std::int16_t cursor = symbols.Index();
-    for (int slot = 0; slot < clsSymbolTable::SlotCount; ++slot) {
+    for (int slot = 0; slot < SymbolTable::SlotCount; ++slot) {
         symbols.SetIndex(static_cast<std::int16_t>(slot));
         std::string name = symbols.Mnemonic();
         if (name.empty()) break;

@@ -17,7 +17,7 @@ void Assembly::DefineSymbol(std::string_view name, const Value& value, std::stri
         ListError("Attempt to define NULL symbol name", "");
         return;
     }
-    clsSymbolTable& symbols = *pSymbols;
+    SymbolTable& symbols = *pSymbols;
     // The label of a kept statement remembers its slot.
     SymbolSlot* const found = pStatement.Memo && name.data() == pStatement.Label.data() &&
                                       name.size() == pStatement.Label.size()
@@ -51,8 +51,8 @@ void Assembly::DefineSymbol(std::string_view name, const Value& value, std::stri
     else
         symbols.SetVariable(name, value);
     if (symbols.Index() < 0)
-        throw RunFailure("symbol table full: more than " +
-                         std::to_string(clsSymbolTable::SlotCount) + " symbols");
+        throw RunFailure("symbol table full: more than " + std::to_string(SymbolTable::SlotCount) +
+                         " symbols");
     symbols.SetPass(pState.CurrentPass);
     RecordDefinition(kind);
     pState.AnotherPassNeeded = true;
@@ -60,11 +60,11 @@ void Assembly::DefineSymbol(std::string_view name, const Value& value, std::stri
 
 void Assembly::RedefineSymbol(std::string_view name, const Value& value) {
     if (IsEmpty(value)) return;
-    clsSymbolTable& symbols = *pSymbols;
+    SymbolTable& symbols = *pSymbols;
     symbols.SetVariable(name, value);
     if (symbols.Index() < 0)
-        throw RunFailure("symbol table full: more than " +
-                         std::to_string(clsSymbolTable::SlotCount) + " symbols");
+        throw RunFailure("symbol table full: more than " + std::to_string(SymbolTable::SlotCount) +
+                         " symbols");
     symbols.SetPass(pState.CurrentPass);
     RecordDefinition("set");
 }

@@ -1,8 +1,8 @@
 #include "assembler/SymbolDirectives.h"
 
 #include "assembler/Assembly.h"
-#include "assembler/LineScanner.h"
 #include "assembler/ValueColumn.h"
+#include "base/Text.h"
 #include "encoder/OperandReader.h"
 
 #include <algorithm>
@@ -41,7 +41,7 @@ constexpr std::array<PredefGroup, 6> PredefGroups{{
 }};
 
 const PredefGroup* FindPredefGroup(std::string_view operand) {
-    const std::string name = LineScanner::LowerCase(operand);
+    const std::string name = LowerCase(operand);
     const auto found = std::find_if(PredefGroups.begin(), PredefGroups.end(),
                                     [&](const PredefGroup& group) { return group.Name == name; });
     return found == PredefGroups.end() ? nullptr : &*found;

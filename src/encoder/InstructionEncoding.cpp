@@ -1,6 +1,7 @@
 #include "encoder/InstructionEncoding.h"
 
 #include "assembler/Assembly.h"
+#include "base/Text.h"
 #include "encoder/NameKey.h"
 
 #include <algorithm>
@@ -316,9 +317,8 @@ bool InstructionEncoding::MnemonicIs(std::string_view mnemonic) const {
 
 bool InstructionEncoding::OperandIs(int index, std::string_view text) const {
     const std::string_view operand = pOperands.Operand(index);
-    return std::equal(operand.begin(), operand.end(), text.begin(), text.end(), [](char c, char l) {
-        return (c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c) == l;
-    });
+    return std::equal(operand.begin(), operand.end(), text.begin(), text.end(),
+                      [](char c, char l) { return ToLowerAscii(c) == l; });
 }
 
 } // namespace trident

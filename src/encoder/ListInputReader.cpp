@@ -1,14 +1,8 @@
 #include "encoder/ListInputReader.h"
 
+#include "base/Text.h"
+
 namespace trident {
-namespace {
-
-bool IsBlank(char c) {
-    return c == ' ' || c == '\t';
-}
-
-} // namespace
-
 bool ListInputReader::AtEnd() {
     while (pPosition < pText.size() && (IsBlank(pText[pPosition]) || AtLineEnd())) ++pPosition;
     pFieldPending = false;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/Text.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -19,7 +21,7 @@ inline constexpr std::size_t PackedNameLength = 7;
 constexpr std::uint64_t NameKey(std::string_view name) {
     std::uint64_t key = std::min<std::size_t>(name.size(), 255);
     for (const char c : name.substr(0, PackedNameLength)) {
-        const char folded = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+        const char folded = ToLowerAscii(c);
         key = key << 8 | static_cast<unsigned char>(folded);
     }
     return key;

@@ -1,6 +1,6 @@
 #include "encoder/OpcodeTable.h"
 
-#include "assembler/LineScanner.h"
+#include "base/Text.h"
 #include "encoder/ListInputReader.h"
 #include "encoder/NameKey.h"
 #include "encoder/OpcodeTableError.h"
@@ -52,7 +52,7 @@ class RowReader {
 
   private:
     static RowCpu Family(std::string_view cpu) {
-        const std::string key = LineScanner::LowerCase(cpu);
+        const std::string key = LowerCase(cpu);
         if (key == "8080") return RowCpu::I8080;
         if (key == "z80") return RowCpu::Z80;
         if (key == "z180") return RowCpu::Z180;
@@ -138,7 +138,7 @@ void OpcodeTable::ReadRows(std::string_view text) {
 
 void OpcodeTable::IndexFirstRows() {
     pFoldedNames.clear();
-    for (const OpcodeRow& row : pRows) pFoldedNames.push_back(LineScanner::LowerCase(row.Mnemonic));
+    for (const OpcodeRow& row : pRows) pFoldedNames.push_back(LowerCase(row.Mnemonic));
     pSlotBits = 4;
     while ((std::size_t{1} << pSlotBits) < 2 * pRows.size()) ++pSlotBits;
     pSlots.assign(std::size_t{1} << pSlotBits, Slot{});
@@ -158,10 +158,8 @@ void OpcodeTable::IndexFirstRows() {
 std::int16_t OpcodeTable::FindMnemonic(std::string_view word, RunState& state) const {
     // Mnemonics are short: lower-cased on the stack when they fit.
     std::array<char, 16> buffer{};
-    if (word.size() > buffer.size()) return FindKeyword(LineScanner::LowerCase(word), state);
-    std::transform(word.begin(), word.end(), buffer.begin(), [](char c) {
-        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    });
+    if (word.size() > buffer.size()) return FindKeyword(LowerCase(word), state);
+    std::transform(word.begin(), word.end(), buffer.begin(), ToLowerAscii);
     return FindKeyword(std::string_view(buffer.data(), word.size()), state);
 }
 

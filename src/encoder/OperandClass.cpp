@@ -1,6 +1,6 @@
 #include "encoder/OperandClass.h"
 
-#include "assembler/LineScanner.h"
+#include "base/Text.h"
 
 #include <array>
 #include <utility>
@@ -44,7 +44,7 @@ constexpr std::array<std::pair<std::string_view, OperandClass>, 28> ClassKeyword
 } // namespace
 
 OperandClass OperandClassCode(std::string_view keyword) {
-    const std::string folded = LineScanner::LowerCase(keyword);
+    const std::string folded = LowerCase(keyword);
     for (const auto& [name, code] : ClassKeywords)
         if (name == folded) return code;
     return OperandClass::None;

@@ -1,8 +1,8 @@
 #include "encoder/OperandReader.h"
 
 #include "assembler/Assembly.h"
-#include "assembler/LineScanner.h"
 #include "assembler/StatementMemo.h"
+#include "base/Text.h"
 #include "encoder/RegisterTable.h"
 
 #include <array>
@@ -82,7 +82,7 @@ OperandReader::Form OperandReader::ReadForm(std::string_view operand) {
     using enum StatementMemo::RegisterForm;
     if (const RegisterEntry* entry = RegisterTable::Find(operand)) return {Named, entry, 0};
     if (operand.find('(') == std::string_view::npos) return {None, nullptr, 0};
-    const std::string folded = LineScanner::LowerCase(operand);
+    const std::string folded = LowerCase(operand);
     for (const std::string_view form : IndexedForms) {
         const std::size_t at = folded.find(form);
         if (at != std::string::npos)

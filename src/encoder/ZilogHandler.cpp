@@ -1,7 +1,7 @@
 #include "encoder/ZilogHandler.h"
 
 #include "assembler/Assembly.h"
-#include "assembler/LineScanner.h"
+#include "base/Text.h"
 #include "encoder/InstructionHandler.h"
 #include "encoder/OperandReader.h"
 #include "encoder/ZilogTranslator.h"
@@ -69,9 +69,8 @@ void ZilogHandler::Encode(Assembly& run, Statement& statement) {
     const std::optional<ZilogTranslator::IntelForm> form =
         ZilogTranslator::Translate(run, statement);
     if (!form) {
-        run.ListError("Invalid Zilog operands",
-                      LineScanner::TrimBlanks(std::string(statement.Operation) + " " +
-                                              std::string(statement.Operands)));
+        run.ListError("Invalid Zilog operands", TrimBlanks(std::string(statement.Operation) + " " +
+                                                           std::string(statement.Operands)));
         return;
     }
     // The translated fields live in `form` and `joined` while the 8080-style
@@ -104,10 +103,9 @@ void ZilogHandler::Encode(Assembly& run, Statement& statement) {
 void ZilogHandler::SeparateAlternateAfComment(Statement& statement) {
     if (statement.Keyword != "ex" || statement.OperandCount() != 2) return;
     const std::string_view last = statement.OperandList.back();
-    if (LineScanner::LowerCase(std::string_view(last).substr(0, AlternateAf.size())) != AlternateAf)
-        return;
+    if (LowerCase(std::string_view(last).substr(0, AlternateAf.size())) != AlternateAf) return;
     const std::string rest =
-        LineScanner::TrimBlanks(std::string_view(last).substr(AlternateAf.size()));
+        std::string(TrimBlanks(std::string_view(last).substr(AlternateAf.size())));
     if (rest.empty() || rest.front() != ';') return;
     // The comment is the end of the operand field, which ends with `last`.
     statement.Comment = statement.Operands.substr(statement.Operands.size() - rest.size());

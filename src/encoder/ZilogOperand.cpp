@@ -1,6 +1,6 @@
 #include "encoder/ZilogOperand.h"
 
-#include "assembler/LineScanner.h"
+#include "base/Text.h"
 
 #include <array>
 #include <optional>
@@ -63,13 +63,13 @@ bool WhollyParenthesized(std::string_view text) {
 // (ix+d) and (iy-d): the 8080-style form writes the displacement in front of
 // the index register, d(ix) and -d(iy).
 std::optional<ZilogOperand> ReadIndexed(std::string_view inner) {
-    const std::string index = LineScanner::LowerCase(inner.substr(0, 2));
+    const std::string index = LowerCase(inner.substr(0, 2));
     if (index != "ix" && index != "iy") return std::nullopt;
-    std::string displacement = LineScanner::TrimBlanks(inner.substr(2));
+    std::string displacement = std::string(TrimBlanks(inner.substr(2)));
     if (displacement.empty() || (displacement.front() != '+' && displacement.front() != '-'))
         return std::nullopt;
     if (displacement.front() == '+')
-        displacement = LineScanner::TrimBlanks(std::string_view(displacement).substr(1));
+        displacement = std::string(TrimBlanks(std::string_view(displacement).substr(1)));
     if (displacement.empty()) return std::nullopt;
     return ZilogOperand{Indexed, index, displacement + "(" + index + ")"};
 }
@@ -77,18 +77,18 @@ std::optional<ZilogOperand> ReadIndexed(std::string_view inner) {
 } // namespace
 
 ZilogOperand ZilogOperand::Read(std::string_view text) {
-    const std::string trimmed = LineScanner::TrimBlanks(text);
+    const std::string trimmed = std::string(TrimBlanks(text));
     const bool parenthesized = WhollyParenthesized(trimmed);
     const std::string inner =
         parenthesized
-            ? LineScanner::TrimBlanks(std::string_view(trimmed).substr(1, trimmed.size() - 2))
+            ? std::string(TrimBlanks(std::string_view(trimmed).substr(1, trimmed.size() - 2)))
             : std::string{};
-    const std::string key = LineScanner::LowerCase(parenthesized ? "(" + inner + ")" : trimmed);
+    const std::string key = LowerCase(parenthesized ? "(" + inner + ")" : trimmed);
     if (const NamedOperand* named = FindNamed(key))
         return {named->Shape, std::string(named->Name), std::string(named->Intel)};
-    if (!parenthesized) return {Value, LineScanner::LowerCase(trimmed), trimmed};
+    if (!parenthesized) return {Value, LowerCase(trimmed), trimmed};
     if (std::optional<ZilogOperand> indexed = ReadIndexed(inner)) return *indexed;
-    return {Memory, LineScanner::LowerCase(inner), inner};
+    return {Memory, LowerCase(inner), inner};
 }
 
 } // namespace trident

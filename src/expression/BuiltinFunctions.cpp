@@ -188,7 +188,7 @@ const BuiltinFunction* FindFunction(std::string_view name) {
 }
 
 Value CallFunction(const BuiltinFunction& function, const Value& argument, AngleUnit unit,
-                   clsErrorList& errors) {
+                   ErrorList& errors) {
     if (IsEmpty(argument)) return {};
     const auto x = ToNumber(argument);
     if (!x) {

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "expression/AngleUnit.h"
+#include "expression/ErrorList.h"
 #include "expression/NumericValue.h"
-#include "expression/clsErrorList.h"
 #include "symbols/Value.h"
 
 #include <optional>
@@ -14,7 +14,7 @@ namespace trident::expr {
 struct FunctionCall {
     Number X;       // the argument
     AngleUnit Unit; // angle unit of the trigonometric functions
-    clsErrorList& Errors;
+    ErrorList& Errors;
 };
 
 // One built-in function, called as its name immediately followed by "(".
@@ -32,6 +32,6 @@ const BuiltinFunction* FindFunction(std::string_view name);
 // function's domain, or a result that is no finite number, is an invalid
 // math operation. Faults carry the function name as the extra string.
 Value CallFunction(const BuiltinFunction& function, const Value& argument, AngleUnit unit,
-                   clsErrorList& errors);
+                   ErrorList& errors);
 
 } // namespace trident::expr

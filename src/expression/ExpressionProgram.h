@@ -3,8 +3,8 @@
 #include "expression/BuiltinFunctions.h"
 #include "expression/EvalError.h"
 #include "expression/OperatorTable.h"
+#include "symbols/SymbolTable.h"
 #include "symbols/Value.h"
-#include "symbols/clsSymbolTable.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -88,7 +88,7 @@ std::string_view DigitsOf(const LiteralRule& rule, std::string_view text) {
 
 // Digits of one radix, left to right; the values stay exact up to 2 to the
 // power 53. An empty digit string is 0.
-Value ConvertDigits(std::string_view digits, int radix, clsErrorList& errors) {
+Value ConvertDigits(std::string_view digits, int radix, ErrorList& errors) {
     const RadixDigits& kind = DigitsOfRadix(radix);
     double value = 0.0;
     for (const char c : StripChars(digits, kSeparators)) {
@@ -134,7 +134,7 @@ bool IsDecimalNotation(std::string_view text) {
 // it is an integer, so that "10" counts like any other integer in
 // arithmetic; with a point or an exponent, or beyond 32 bits, it is a
 // double ("1.5", "1e3", "1.0").
-Value ConvertDecimal(std::string_view text, clsErrorList& errors) {
+Value ConvertDecimal(std::string_view text, ErrorList& errors) {
     const std::string cleaned = StripChars(text, kSeparators);
     double value = 0.0;
     bool parsed = IsDecimalNotation(cleaned);
@@ -153,7 +153,7 @@ Value ConvertDecimal(std::string_view text, clsErrorList& errors) {
 }
 
 Value ApplyRule(const LiteralRule& rule, std::string_view text, std::string_view lower,
-                clsErrorList& errors) {
+                ErrorList& errors) {
     switch (rule.Kind) {
     case RuleKind::HexAfterZeroX:
         if (lower.starts_with("0x")) return ConvertDigits(text.substr(2), 16, errors);
@@ -183,7 +183,7 @@ bool IsEnclosedIn(std::string_view text, char quote) {
 // Records the fault that stopped a decoding; loneQuote is the code for a
 // lone quote, which depends on the kind of literal.
 void ReportQuoteFault(QuoteFault fault, EvalError loneQuote, std::string_view text,
-                      clsErrorList& errors) {
+                      ErrorList& errors) {
     switch (fault) {
     case QuoteFault::None:
         return;
@@ -223,17 +223,17 @@ std::optional<Value> CommonNumber(std::string_view text) {
 
 } // namespace
 
-Value EvalNumber(std::string_view text, clsErrorList& errors) {
+Value EvalNumber(std::string_view text, ErrorList& errors) {
     text = TrimBlanks(text);
     if (const auto common = CommonNumber(text)) return *common;
-    const std::string lower = ToLowerAscii(text);
+    const std::string lower = LowerCase(text);
     for (const auto& rule : kRules) {
         if (Matches(rule, lower)) return ApplyRule(rule, text, lower, errors);
     }
     return ConvertDecimal(text, errors);
 }
 
-Value SingleQuoteStrToNumber(std::string_view text, clsErrorList& errors) {
+Value SingleQuoteStrToNumber(std::string_view text, ErrorList& errors) {
     if (!IsEnclosedIn(text, '\'')) {
         errors.AddError(EvalError::InvalidSingleQuotes, text);
         return {};
@@ -248,7 +248,7 @@ Value SingleQuoteStrToNumber(std::string_view text, clsErrorList& errors) {
     return MakeWhole(value);
 }
 
-std::string DoubleQuotedStringToString(std::string_view text, clsErrorList& errors) {
+std::string DoubleQuotedStringToString(std::string_view text, ErrorList& errors) {
     const char quote = text.empty() ? '"' : text.front();
     if (quote != '\'' && quote != '"')
         errors.AddError(EvalError::NonStandardQuote, text.substr(0, 1));

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "expression/clsErrorList.h"
+#include "expression/ErrorList.h"
 #include "symbols/Value.h"
 
 #include <string>
@@ -15,13 +15,13 @@ namespace trident::expr {
 // A number literal in one of the radixes, with its prefix or suffix and any
 // "_", "," and "$" separators. A value that fits is a 32-bit integer,
 // anything else a double.
-Value EvalNumber(std::string_view text, clsErrorList& errors);
+Value EvalNumber(std::string_view text, ErrorList& errors);
 
 // A character constant with its enclosing single quotes: the character codes
 // taken as one big-endian number ("'AB'" is 4142 hexadecimal).
-Value SingleQuoteStrToNumber(std::string_view text, clsErrorList& errors);
+Value SingleQuoteStrToNumber(std::string_view text, ErrorList& errors);
 
 // A quoted string with its enclosing quotes, escapes decoded.
-std::string DoubleQuotedStringToString(std::string_view text, clsErrorList& errors);
+std::string DoubleQuotedStringToString(std::string_view text, ErrorList& errors);
 
 } // namespace trident::expr

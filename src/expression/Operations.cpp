@@ -190,7 +190,7 @@ int OrderOf(const Number& a, const Number& b) {
     return a.Real > b.Real ? 1 : 0;
 }
 
-void WarnIfFractional(const Number& n, clsErrorList& errors) {
+void WarnIfFractional(const Number& n, ErrorList& errors) {
     if (!n.IsInteger && std::trunc(n.Real) != n.Real) {
         errors.AddError(EvalError::TruncatedToInteger, FormatValue(n.Real));
     }
@@ -198,8 +198,7 @@ void WarnIfFractional(const Number& n, clsErrorList& errors) {
 
 // Strings concatenate with "+" and compare by their character codes;
 // nothing else applies to them.
-Value ApplyToStrings(const BinaryOperator& op, const Value& a, const Value& b,
-                     clsErrorList& errors) {
+Value ApplyToStrings(const BinaryOperator& op, const Value& a, const Value& b, ErrorList& errors) {
     const auto* left = std::get_if<std::string>(&a);
     const auto* right = std::get_if<std::string>(&b);
     if (left != nullptr && right != nullptr) {
@@ -213,7 +212,7 @@ Value ApplyToStrings(const BinaryOperator& op, const Value& a, const Value& b,
 }
 
 Value ApplyToNumbers(const BinaryOperator& op, const Number& a, const Number& b,
-                     clsErrorList& errors) {
+                     ErrorList& errors) {
     if (const auto* comparison = FindByCode(kComparisons, op.Code)) {
         return Truth(comparison->Holds(OrderOf(a, b)));
     }
@@ -234,7 +233,7 @@ Value ApplyToNumbers(const BinaryOperator& op, const Number& a, const Number& b,
     return std::move(*result);
 }
 
-Value Complement(const Number& n, std::string_view text, clsErrorList& errors) {
+Value Complement(const Number& n, std::string_view text, ErrorList& errors) {
     WarnIfFractional(n, errors);
     const auto whole = WholeOf(n);
     if (!whole) {
@@ -246,7 +245,7 @@ Value Complement(const Number& n, std::string_view text, clsErrorList& errors) {
 
 } // namespace
 
-Value ApplyBinary(const BinaryOperator& op, const Value& a, const Value& b, clsErrorList& errors) {
+Value ApplyBinary(const BinaryOperator& op, const Value& a, const Value& b, ErrorList& errors) {
     if (op.Code == 0) {
         errors.AddError(EvalError::UnimplementedOperation, op.Text);
         return {};
@@ -256,7 +255,7 @@ Value ApplyBinary(const BinaryOperator& op, const Value& a, const Value& b, clsE
     return ApplyToNumbers(op, *ToNumber(a), *ToNumber(b), errors);
 }
 
-Value ApplyPrefix(const PrefixOperator& op, const Value& x, clsErrorList& errors) {
+Value ApplyPrefix(const PrefixOperator& op, const Value& x, ErrorList& errors) {
     if (IsEmpty(x)) return {};
     const auto n = ToNumber(x);
     if (!n) {

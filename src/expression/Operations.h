@@ -1,7 +1,7 @@
 #pragma once
 
+#include "expression/ErrorList.h"
 #include "expression/OperatorTable.h"
-#include "expression/clsErrorList.h"
 #include "symbols/Value.h"
 
 #include <string_view>
@@ -12,9 +12,9 @@ namespace trident::expr {
 // operand (a name not resolved in this pass) makes the result empty without
 // a further error; faults are recorded with the operator text as the extra
 // string and give an empty result.
-Value ApplyBinary(const BinaryOperator& op, const Value& a, const Value& b, clsErrorList& errors);
+Value ApplyBinary(const BinaryOperator& op, const Value& a, const Value& b, ErrorList& errors);
 
 // Applies a prefix operator, written as text, to its operand.
-Value ApplyPrefix(const PrefixOperator& op, const Value& x, clsErrorList& errors);
+Value ApplyPrefix(const PrefixOperator& op, const Value& x, ErrorList& errors);
 
 } // namespace trident::expr

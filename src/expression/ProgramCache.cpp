@@ -1,6 +1,6 @@
 #include "expression/ProgramCache.h"
 
-#include "symbols/TextHash.h"
+#include "base/TextHash.h"
 
 #include <utility>
 

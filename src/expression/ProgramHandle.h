@@ -4,7 +4,7 @@
 
 namespace trident {
 
-class clsExpression;
+class ExpressionEvaluator;
 namespace expr {
 struct Program;
 }
@@ -16,7 +16,7 @@ struct Program;
 // the evaluator checks that before it trusts it.
 class ProgramHandle {
   private:
-    friend class clsExpression;
+    friend class ExpressionEvaluator;
 
     expr::Program* pProgram = nullptr;
     std::uint64_t pGeneration = 0; // of the evaluator's programs; 0 for none

@@ -1,5 +1,5 @@
 // trident: the assembler's main window.
-#include "frontend/frmAssembler.h"
+#include "frontend/MainWindow.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -32,7 +32,7 @@ int main(int argc, char** argv) {
     parser.addOption(screenshot);
     parser.process(application);
 
-    trident::frmAssembler window;
+    trident::MainWindow window;
     const QStringList files = parser.positionalArguments();
     if (!files.isEmpty()) window.OpenSource(QFileInfo(files.first()).absoluteFilePath());
     window.show();

@@ -2,6 +2,7 @@
 
 #include "assembler/Assembly.h"
 #include "assembler/LineScanner.h"
+#include "base/Text.h"
 
 namespace trident::MacroArguments {
 namespace {
@@ -19,7 +20,7 @@ std::string_view Unbracketed(std::string_view text) {
 } // namespace
 
 std::string BoundText(Assembly& run, std::string_view argument) {
-    std::string text = LineScanner::TrimBlanks(argument);
+    std::string text = std::string(TrimBlanks(argument));
     if (text.empty() || text.front() != EvaluateMark) return text;
     const Value value = run.EvaluateOperand(std::string_view(text).substr(1), 16);
     const std::optional<double> number = AsNumber(value);
@@ -28,9 +29,8 @@ std::string BoundText(Assembly& run, std::string_view argument) {
 
 std::vector<std::string> ListItems(Assembly& run, std::span<const std::string> arguments) {
     std::vector<std::string> written;
-    if (arguments.size() == 1 && Bracketed(LineScanner::TrimBlanks(arguments.front())))
-        LineScanner::SplitMacroArguments(Unbracketed(LineScanner::TrimBlanks(arguments.front())),
-                                         written);
+    if (arguments.size() == 1 && Bracketed(TrimBlanks(arguments.front())))
+        LineScanner::SplitMacroArguments(Unbracketed(TrimBlanks(arguments.front())), written);
     else
         written.assign(arguments.begin(), arguments.end());
     std::vector<std::string> items;
@@ -40,7 +40,7 @@ std::vector<std::string> ListItems(Assembly& run, std::span<const std::string> a
 }
 
 std::vector<std::string> TextCharacters(Assembly& run, std::string_view text) {
-    const std::string trimmed = LineScanner::TrimBlanks(text);
+    const std::string trimmed = std::string(TrimBlanks(text));
     // Blanks inside the brackets are characters of the text.
     const std::string_view written = Unbracketed(trimmed);
     const std::string characters =

@@ -2,6 +2,7 @@
 
 #include "assembler/Assembly.h"
 #include "assembler/LineScanner.h"
+#include "base/Text.h"
 #include "macros/ExpansionLevel.h"
 #include "macros/MacroArguments.h"
 #include "macros/MacroText.h"
@@ -117,9 +118,9 @@ void MacroProcessor::OpenMacro(Assembly& run, Statement& statement) {
         pBlock.Usable = false;
         return;
     }
-    pBlock.Name = LineScanner::LowerCase(statement.Label);
+    pBlock.Name = LowerCase(statement.Label);
     for (const std::string_view name : statement.OperandList)
-        pBlock.Arguments.push_back(LineScanner::TrimBlanks(name));
+        pBlock.Arguments.push_back(std::string(TrimBlanks(name)));
 }
 
 void MacroProcessor::OpenRepeat(Assembly& run, Statement& statement, BlockType type) {
@@ -174,7 +175,7 @@ void MacroProcessor::StartRepeat(Assembly& run) {
 bool MacroProcessor::PlanIterations(Assembly& run, ExpansionLevel& level) const {
     if (level.Type == BlockType::Rept) return PlanCount(run, level);
     const std::vector<std::string>& arguments = pBlock.Arguments;
-    level.Parameter = LineScanner::TrimBlanks(arguments.front());
+    level.Parameter = TrimBlanks(arguments.front());
     if (level.Type == BlockType::Irp) {
         level.Items = MacroArguments::ListItems(run, std::span(arguments).subspan(1));
     } else {
@@ -188,7 +189,7 @@ bool MacroProcessor::PlanIterations(Assembly& run, ExpansionLevel& level) const 
 
 // The count is taken when the block closes, and must be known then.
 bool MacroProcessor::PlanCount(Assembly& run, ExpansionLevel& level) const {
-    const std::string count = LineScanner::TrimBlanks(pBlock.Arguments.front());
+    const std::string count = std::string(TrimBlanks(pBlock.Arguments.front()));
     const std::optional<double> number =
         AsNumber(run.EvaluateOperand(count, 16, Signedness::Signed));
     if (!number) {
@@ -208,7 +209,7 @@ void MacroProcessor::Local(Assembly& run, const Statement& statement) {
     // own, and restarted every pass, so they are the same in every pass.
     ParameterMap& names = run.Expansions().back().Parameters;
     for (const std::string_view operand : statement.OperandList) {
-        const std::string name = LineScanner::TrimBlanks(operand);
+        const std::string name = std::string(TrimBlanks(operand));
         if (!name.empty()) names.Bind(name, LocalName(pLocalCounter++));
     }
 }

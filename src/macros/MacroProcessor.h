@@ -1,8 +1,8 @@
 #pragma once
 
 #include "assembler/SourcePosition.h"
+#include "base/TextHash.h"
 #include "macros/BlockType.h"
-#include "symbols/TextHash.h"
 
 #include <functional>
 #include <string>

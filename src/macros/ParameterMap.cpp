@@ -1,20 +1,14 @@
 #include "macros/ParameterMap.h"
 
-#include "assembler/LineScanner.h"
+#include "base/Text.h"
 
 #include <array>
 
 namespace trident {
-namespace {
-
-char LowerAscii(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-} // namespace
+namespace {} // namespace
 
 void ParameterMap::Bind(std::string_view name, std::string text) {
-    std::string key = LineScanner::LowerCase(name);
+    std::string key = LowerCase(name);
     const std::size_t at = IndexOf(key);
     if (at < pBindings.size())
         pBindings[at].Text = std::move(text);
@@ -29,10 +23,10 @@ const std::string* ParameterMap::Find(std::string_view name) const {
     std::string longName;
     std::string_view key;
     if (name.size() <= buffer.size()) {
-        for (std::size_t i = 0; i < name.size(); ++i) buffer[i] = LowerAscii(name[i]);
+        for (std::size_t i = 0; i < name.size(); ++i) buffer[i] = ToLowerAscii(name[i]);
         key = std::string_view(buffer.data(), name.size());
     } else {
-        longName = LineScanner::LowerCase(name);
+        longName = LowerCase(name);
         key = longName;
     }
     const std::size_t at = IndexOf(key);

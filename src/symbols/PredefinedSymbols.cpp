@@ -2,7 +2,7 @@
 // logic and mathematical constants, integer limits, register names and the
 // 8080 mnemonics with their base opcodes.
 
-#include "symbols/clsSymbolTable.h"
+#include "symbols/SymbolTable.h"
 
 #include <array>
 #include <bit>
@@ -116,7 +116,7 @@ Value ToValue(const Constant& constant) {
 
 } // namespace
 
-void clsSymbolTable::LoadPreDefinedValues(std::int16_t group) {
+void SymbolTable::LoadPreDefinedValues(std::int16_t group) {
     const auto enterConstants = [this](std::span<const Constant> constants, ConstantGroup kind) {
         for (const Constant& constant : constants) {
             AddSymbol(constant.Name, ToValue(constant), ValueSymbol, PredefinedConstant,

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "symbols/TextHash.h"
+#include "base/TextHash.h"
 
 #include <cstddef>
 #include <cstdint>

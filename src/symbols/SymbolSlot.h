@@ -4,7 +4,7 @@
 
 namespace trident {
 
-class clsSymbolTable;
+class SymbolTable;
 
 // Where a name was found in a symbol table, remembered by whoever looks the
 // same name up again and again (the operands and labels of a statement in
@@ -12,10 +12,10 @@ class clsSymbolTable;
 // or name, and the table checks that before it trusts it.
 class SymbolSlot {
   private:
-    friend class clsSymbolTable;
+    friend class SymbolTable;
 
-    const clsSymbolTable* pTable = nullptr; // the table that pSlot is in
-    std::uint64_t pLayout = 0;              // that table's layout when it was found
+    const SymbolTable* pTable = nullptr; // the table that pSlot is in
+    std::uint64_t pLayout = 0;           // that table's layout when it was found
     int pSlot = -1;
 };
 

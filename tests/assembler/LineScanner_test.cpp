@@ -1,5 +1,6 @@
 #include "assembler/LineScanner.h"
 #include "assembler/RunFailure.h"
+#include "base/Text.h"
 
 #include <gtest/gtest.h>
 #include <span>
@@ -112,9 +113,9 @@ TEST(LineScanner, LimitsAreThirtyTwoStatementsAndHundredTwentyEightOperands) {
 
 TEST(LineScanner, SmallTextTransforms) {
     EXPECT_EQ(LineScanner::TabsToSpaces("a\tb\t"), "a b ");
-    EXPECT_EQ(LineScanner::LowerCase("MoV A,B"), "mov a,b");
-    EXPECT_EQ(LineScanner::TrimBlanks(" \t x y \t"), "x y");
-    EXPECT_EQ(LineScanner::TrimBlanks("  "), "");
+    EXPECT_EQ(LowerCase("MoV A,B"), "mov a,b");
+    EXPECT_EQ(TrimBlanks(" \t x y \t"), "x y");
+    EXPECT_EQ(TrimBlanks("  "), "");
     std::string text = "\xC1\x42\xFF";
     LineScanner::StripParityBits(text);
     EXPECT_EQ(text, "\x41\x42\x7F");

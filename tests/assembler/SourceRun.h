@@ -47,7 +47,7 @@ class SourceRun {
 
     // The numeric value of a symbol, or nothing when it is not defined.
     std::optional<double> Symbol(std::string_view name) {
-        clsSymbolTable& symbols = pRun.Symbols();
+        SymbolTable& symbols = pRun.Symbols();
         if (!symbols.VariableExists(name)) return std::nullopt;
         return AsNumber(symbols.SymVal()).value_or(-99999.0);
     }

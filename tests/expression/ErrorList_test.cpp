@@ -1,5 +1,5 @@
+#include "expression/ErrorList.h"
 #include "expression/ValueText.h"
-#include "expression/clsErrorList.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +12,7 @@ using test::Errors;
 // Entries are taken oldest first; the extra string may hold any printable
 // text, "~" included. The count is bounded by its type.
 TEST(ErrorList, EntriesAreTakenOldestFirstWithTheirExtraStrings) {
-    clsErrorList errors;
+    ErrorList errors;
     errors.AddError(EvalError::InvalidDecimalDigit, "G");
     errors.AddError(EvalError::ToUnsigned8, "300");
     errors.AddError(EvalError::NonExistentVariable, "loop");
@@ -60,7 +60,7 @@ TEST(ErrorList, TextReaderSplitsEntriesAtTilde) {
         {EvalError::NonStandardQuote, "q~", "Non Standard Quote", -12, ""},
     };
     for (const auto& c : cases) {
-        clsErrorList errors;
+        ErrorList errors;
         errors.AddError(c.Code, c.Extra);
         EXPECT_EQ(errors.GetNextErrorStr(), c.Text) << c.Extra;
         EXPECT_EQ(errors.Error(), c.CodeAfter) << c.Extra;
@@ -86,10 +86,10 @@ TEST(ErrorList, MessagesByCode) {
         {30, "Implementation Error"},
     };
     for (const auto& [code, message] : cases) {
-        EXPECT_EQ(clsErrorList::ErrorString(code), message) << code;
+        EXPECT_EQ(ErrorList::ErrorString(code), message) << code;
     }
     for (const int code : {-13, -1, 1, 2, 31}) {
-        EXPECT_EQ(clsErrorList::ErrorString(code), "Unknown Error") << code;
+        EXPECT_EQ(ErrorList::ErrorString(code), "Unknown Error") << code;
     }
 }
 

@@ -1,6 +1,6 @@
+#include "expression/ExpressionEvaluator.h"
 #include "expression/ValueText.h"
-#include "expression/clsExpression.h"
-#include "symbols/clsSymbolTable.h"
+#include "symbols/SymbolTable.h"
 
 #include <chrono>
 #include <cmath>
@@ -145,7 +145,7 @@ TEST(Evaluate, TrigonometryFollowsTheAngleUnit) {
         {"asin(0.5)", 30.0}, {"acos(0.5)", 60.0},  {"sec(60)", 2.0},         {"cosec(30)", 2.0},
         {"cotan(45)", 1.0},  {"deg2rad(180)", pi}, {"rad2deg(1)", 180 / pi},
     };
-    clsExpression evaluator; // in radians until told otherwise
+    ExpressionEvaluator evaluator; // in radians until told otherwise
     for (const auto& c : radians) {
         EXPECT_NEAR(*AsNumber(evaluator.Evaluate(c.Text)), c.Value, 1e-12) << c.Text;
     }
@@ -213,7 +213,7 @@ TEST(Evaluate, PrecedenceAndPrecisionSettings) {
         {0, -1, {"1", "int 1", {{29, "-1"}}}},
     };
     for (const auto& [precedence, precision, c] : cases) {
-        Check(std::span(&c, 1), [&](clsExpression& evaluator, const std::string& text) {
+        Check(std::span(&c, 1), [&](ExpressionEvaluator& evaluator, const std::string& text) {
             evaluator.SetPrecedence(precedence);
             evaluator.SetPrecision(precision);
             return Evaluated(evaluator, text);
@@ -222,7 +222,7 @@ TEST(Evaluate, PrecedenceAndPrecisionSettings) {
 }
 
 TEST(Evaluate, ErrorsAccumulateUntilDrained) {
-    clsExpression evaluator;
+    ExpressionEvaluator evaluator;
     evaluator.Evaluate("1/0");
     evaluator.SetExpression("2+2");
     EXPECT_EQ(Describe(evaluator.Evaluate()), "int 4");
@@ -240,7 +240,7 @@ TEST(Evaluate, ErrorsAccumulateUntilDrained) {
 // the caller keeps, gives what evaluating it anew would give, whatever
 // changed in between: the settings, or the programs the evaluator keeps.
 TEST(Evaluate, HandlesFollowTheSettingsAndTheKeptPrograms) {
-    clsExpression evaluator;
+    ExpressionEvaluator evaluator;
     ProgramHandle product;
     ProgramHandle seven;
     EXPECT_FALSE(evaluator.IsConstant(seven)) << "holds no program yet";
@@ -264,7 +264,7 @@ TEST(Evaluate, HandlesFollowTheSettingsAndTheKeptPrograms) {
     evaluator.SetPrecedence(0);
     EXPECT_TRUE(evaluator.KeepsResults());
 
-    clsSymbolTable table;
+    SymbolTable table;
     table.SetVariable("seven", std::int32_t{7});
     ProgramHandle name;
     EXPECT_EQ(Describe(evaluator.Evaluate("seven*2", name)), "empty");
@@ -278,7 +278,7 @@ TEST(Evaluate, DeepNestingAndLongExpressionsStayCheap) {
     std::string flat = "1";
     for (int i = 1; i < depth; ++i) flat += i % 2 == 0 ? "+1" : "*1";
     const auto start = std::chrono::steady_clock::now();
-    clsExpression evaluator;
+    ExpressionEvaluator evaluator;
     EXPECT_EQ(Describe(evaluator.Evaluate(std::string(depth, '(') + "1" + std::string(depth, ')'))),
               "int 1");
     EXPECT_EQ(Describe(evaluator.Evaluate(flat)), "int 100000");

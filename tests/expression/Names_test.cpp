@@ -1,6 +1,6 @@
+#include "expression/ExpressionEvaluator.h"
 #include "expression/ValueText.h"
-#include "expression/clsExpression.h"
-#include "symbols/clsSymbolTable.h"
+#include "symbols/SymbolTable.h"
 
 #include <gtest/gtest.h>
 
@@ -26,8 +26,8 @@ class ExpressionNames : public ::testing::Test {
 
     std::string Evaluate(const char* text) { return Describe(pEvaluator.Evaluate(text)); }
 
-    clsSymbolTable pTable;
-    clsExpression pEvaluator;
+    SymbolTable pTable;
+    ExpressionEvaluator pEvaluator;
 };
 
 TEST_F(ExpressionNames, NamesTakeTheirValuesFromTheSymbolTable) {

@@ -1,5 +1,5 @@
+#include "expression/ExpressionEvaluator.h"
 #include "expression/ValueText.h"
-#include "expression/clsExpression.h"
 
 #include <gtest/gtest.h>
 #include <string>
@@ -10,7 +10,7 @@ namespace {
 using test::Case;
 using test::Check;
 
-Value Number(clsExpression& evaluator, const std::string& text) {
+Value Number(ExpressionEvaluator& evaluator, const std::string& text) {
     return evaluator.EvalNumber(text);
 }
 
@@ -69,8 +69,9 @@ TEST(SingleQuoteStrToNumber, CharacterConstants) {
         {"'\\n'", "int 10"}, {"'\\377'", "int 255"},    {"'a'b'", "empty", {{23, "'a'b'"}}},
         {"'\\v'", "int 11"}, {"'\\1011'", "int 16689"}, {"'ab\\'", "empty", {{21, "'ab\\'"}}},
     };
-    Check(cases,
-          [](clsExpression& e, const std::string& text) { return e.SingleQuoteStrToNumber(text); });
+    Check(cases, [](ExpressionEvaluator& e, const std::string& text) {
+        return e.SingleQuoteStrToNumber(text);
+    });
 }
 
 TEST(DoubleQuotedStringToString, EscapesQuotesAndFaults) {
@@ -86,7 +87,7 @@ TEST(DoubleQuotedStringToString, EscapesQuotesAndFaults) {
         {"\"a\\tb\"", "string a\tb"},  {"\"\\n\\r\\a\\b\\f\\v\\\\\"", "string \n\r\a\b\f\v\\"},
         {"\"\\101\\x\"", "string Ax"},
     };
-    Check(cases, [](clsExpression& e, const std::string& text) {
+    Check(cases, [](ExpressionEvaluator& e, const std::string& text) {
         return e.DoubleQuotedStringToString(text);
     });
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "expression/clsErrorList.h"
-#include "expression/clsExpression.h"
+#include "expression/ErrorList.h"
+#include "expression/ExpressionEvaluator.h"
 #include "symbols/Value.h"
 
 #include <cstdio>
@@ -48,7 +48,7 @@ struct Case {
 };
 
 // Evaluates `text`, expecting the kept Result to be the value returned.
-inline Value Evaluated(clsExpression& evaluator, const std::string& text) {
+inline Value Evaluated(ExpressionEvaluator& evaluator, const std::string& text) {
     const Value value = evaluator.Evaluate(text);
     EXPECT_EQ(Describe(evaluator.Result()), Describe(value)) << text;
     return value;
@@ -59,7 +59,7 @@ inline Value Evaluated(clsExpression& evaluator, const std::string& text) {
 // the first, which must give the same value and entries.
 template <typename Cases, typename Call> void Check(const Cases& cases, Call call) {
     for (const auto& c : cases) {
-        clsExpression evaluator;
+        ExpressionEvaluator evaluator;
         for (int round = 0; round < 2; ++round) {
             EXPECT_EQ(Describe(Value(call(evaluator, c.Text))), c.Value) << c.Text;
             EXPECT_EQ(Drain(evaluator), c.Expected) << c.Text;

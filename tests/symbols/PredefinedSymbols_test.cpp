@@ -1,4 +1,4 @@
-#include "symbols/clsSymbolTable.h"
+#include "symbols/SymbolTable.h"
 
 #include <algorithm>
 #include <bit>
@@ -26,7 +26,7 @@ TEST(PredefinedSymbols, EachGroupEntersItsNamesInOrderWithTheirKinds) {
                            Group{4, 78, "aci", "xthl", {3, 1, 0}, {}},
                            // Other group numbers enter nothing.
                            Group{5, 0, "", "", {}, {}}, Group{-1, 0, "", "", {}, {}}}) {
-        clsSymbolTable table;
+        SymbolTable table;
         table.LoadPreDefinedValues(g.Number);
         std::vector<std::string> names;
         for (std::int16_t slot = 0; slot <= g.Count; ++slot) {
@@ -62,7 +62,7 @@ TEST(PredefinedSymbols, ValuesHaveTheirExactTypesAndBits) {
         {"MinU32", std::int16_t{0}},  {"HalfPi", std::bit_cast<double>(0x3FF921FB54442D28ULL)},
         {"MaxU8", std::int16_t{255}},
     };
-    clsSymbolTable table;
+    SymbolTable table;
     for (std::int16_t group = 4; group >= 0; --group) table.LoadPreDefinedValues(group);
     for (const auto& [name, value] : expected) EXPECT_EQ(table.Variable(name), value) << name;
     // The fifteen-digit decimal, not the double nearest to pi.
@@ -74,7 +74,7 @@ TEST(PredefinedSymbols, ValuesHaveTheirExactTypesAndBits) {
 TEST(PredefinedSymbols, RegisterAndConstantShareTheSlotOfE) {
     const Value constant = std::bit_cast<double>(0x4005BF0A8B145774ULL);
     for (const bool registersLast : {true, false}) {
-        clsSymbolTable table;
+        SymbolTable table;
         table.LoadPreDefinedValues(registersLast ? 1 : 3);
         table.LoadPreDefinedValues(registersLast ? 3 : 1);
         EXPECT_EQ(table.Variable("e"), registersLast ? Value{std::int16_t{3}} : constant);

@@ -16,9 +16,9 @@ namespace trident::expr {
 // of the symbol operators; a quote at the start of an operand runs to its
 // closing quote. A word operator ("mod", "not", ...) counts only when a
 // blank or "(" follows it.
-class clsExpressionLexer {
+class ExpressionLexer {
   public:
-    explicit clsExpressionLexer(std::string_view text) : pText(text) {}
+    explicit ExpressionLexer(std::string_view text) : pText(text) {}
 
     Token NextOperand();
     Token NextOperator();

@@ -1,4 +1,4 @@
-#include "expression/clsExpressionParser.h"
+#include "expression/ExpressionParser.h"
 
 #include "expression/CharTests.h"
 #include "expression/NumberLiterals.h"
@@ -33,14 +33,14 @@ bool IsLiteral(const Token& token) {
 
 } // namespace
 
-Value ConvertLiteral(std::string_view text, clsErrorList& errors) {
+Value ConvertLiteral(std::string_view text, ErrorList& errors) {
     if (text.front() == '"') return DoubleQuotedStringToString(text, errors);
     if (text.front() == '\'') return SingleQuoteStrToNumber(text, errors);
     return EvalNumber(text, errors);
 }
 
-void clsExpressionParser::Compile(std::string_view text, OperatorOrder order, Program& program) {
-    pLexer = clsExpressionLexer(text);
+void ExpressionParser::Compile(std::string_view text, OperatorOrder order, Program& program) {
+    pLexer = ExpressionLexer(text);
     pOrder = order;
     pProgram = &program;
     program.Clear();
@@ -54,7 +54,7 @@ void clsExpressionParser::Compile(std::string_view text, OperatorOrder order, Pr
     if (stage == Stage::Done) Finish();
 }
 
-clsExpressionParser::Stage clsExpressionParser::OnOperand(const Token& token) {
+ExpressionParser::Stage ExpressionParser::OnOperand(const Token& token) {
     switch (token.Kind) {
     case TokenKind::Open:
         pFrames.push_back({FrameKind::Group});
@@ -78,7 +78,7 @@ clsExpressionParser::Stage clsExpressionParser::OnOperand(const Token& token) {
     }
 }
 
-clsExpressionParser::Stage clsExpressionParser::OnOperator(const Token& token) {
+ExpressionParser::Stage ExpressionParser::OnOperator(const Token& token) {
     switch (token.Kind) {
     case TokenKind::End:
         return Stage::Done;
@@ -99,14 +99,14 @@ clsExpressionParser::Stage clsExpressionParser::OnOperator(const Token& token) {
 
 // An unknown function is reported at once; its argument is still evaluated
 // so that faults inside it are reported too, and the call's value is empty.
-clsExpressionParser::Stage clsExpressionParser::OpenFunction(std::string_view name) {
+ExpressionParser::Stage ExpressionParser::OpenFunction(std::string_view name) {
     const BuiltinFunction* function = FindFunction(name);
     if (function == nullptr) EmitText(StepKind::Report, EvalError::UnimplementedFunction, name);
     pFrames.push_back({FrameKind::Function, nullptr, nullptr, function});
     return Stage::NeedOperand;
 }
 
-clsExpressionParser::Stage clsExpressionParser::CloseGroup() {
+ExpressionParser::Stage ExpressionParser::CloseGroup() {
     ReduceWhileAtLeast(kLowestLevel);
     if (pFrames.empty()) return Fail(EvalError::MissingOpenParenthesis, ")");
     const Frame frame = pFrames.back();
@@ -120,7 +120,7 @@ clsExpressionParser::Stage clsExpressionParser::CloseGroup() {
     return Stage::NeedOperator;
 }
 
-clsExpressionParser::Stage clsExpressionParser::Fail(EvalError code, std::string_view extra) {
+ExpressionParser::Stage ExpressionParser::Fail(EvalError code, std::string_view extra) {
     EmitText(StepKind::Fail, code, extra);
     return Stage::Failed;
 }
@@ -128,7 +128,7 @@ clsExpressionParser::Stage clsExpressionParser::Fail(EvalError code, std::string
 // A literal whose conversion records no fault is converted here once;
 // otherwise it is converted at every run, so that its faults are recorded
 // at every run.
-void clsExpressionParser::EmitOperand(const Token& token) {
+void ExpressionParser::EmitOperand(const Token& token) {
     if (!IsLiteral(token)) {
         pProgram->Steps.push_back(
             {StepKind::Name, EvalError::None, static_cast<std::uint32_t>(pProgram->Names.size())});
@@ -146,21 +146,21 @@ void clsExpressionParser::EmitOperand(const Token& token) {
     }
 }
 
-void clsExpressionParser::EmitConstant(Value value) {
+void ExpressionParser::EmitConstant(Value value) {
     pProgram->Steps.push_back({StepKind::Constant, EvalError::None,
                                static_cast<std::uint32_t>(pProgram->Constants.size())});
     pProgram->Constants.push_back(std::move(value));
     ++pDepth;
 }
 
-void clsExpressionParser::EmitText(StepKind kind, EvalError fault, std::string_view text) {
+void ExpressionParser::EmitText(StepKind kind, EvalError fault, std::string_view text) {
     pProgram->Steps.push_back({kind, fault, static_cast<std::uint32_t>(pProgram->Texts.size())});
     pProgram->Texts.emplace_back(text);
 }
 
 // A complete operand: the prefix operators waiting for it apply now,
 // innermost first.
-void clsExpressionParser::CompleteOperand() {
+void ExpressionParser::CompleteOperand() {
     while (!pFrames.empty() && pFrames.back().Kind == FrameKind::Prefix) {
         Step prefix{StepKind::Prefix};
         prefix.Prefix = pFrames.back().Prefix;
@@ -169,7 +169,7 @@ void clsExpressionParser::CompleteOperand() {
     }
 }
 
-void clsExpressionParser::ReduceWhileAtLeast(int level) {
+void ExpressionParser::ReduceWhileAtLeast(int level) {
     while (!pFrames.empty() && pFrames.back().Kind == FrameKind::Binary &&
            LevelOf(*pFrames.back().Binary) >= level) {
         Step binary{StepKind::Binary};
@@ -180,11 +180,11 @@ void clsExpressionParser::ReduceWhileAtLeast(int level) {
     }
 }
 
-int clsExpressionParser::LevelOf(const BinaryOperator& op) const {
+int ExpressionParser::LevelOf(const BinaryOperator& op) const {
     return pOrder == OperatorOrder::Levels ? op.Level : kHighestLevel;
 }
 
-void clsExpressionParser::Finish() {
+void ExpressionParser::Finish() {
     ReduceWhileAtLeast(kLowestLevel);
     if (!pFrames.empty()) {
         EmitText(StepKind::Fail, EvalError::MissingCloseParenthesis, {});

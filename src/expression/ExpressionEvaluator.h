@@ -1,11 +1,11 @@
 #pragma once
 
 #include "expression/AngleUnit.h"
+#include "expression/ErrorList.h"
+#include "expression/ExpressionParser.h"
 #include "expression/ExpressionProgram.h"
 #include "expression/ProgramCache.h"
 #include "expression/ProgramHandle.h"
-#include "expression/clsErrorList.h"
-#include "expression/clsExpressionParser.h"
 #include "symbols/Value.h"
 
 #include <cstdint>
@@ -15,7 +15,7 @@
 
 namespace trident {
 
-class clsSymbolTable;
+class SymbolTable;
 
 // Evaluates the text of one operand expression: numbers in four radixes,
 // character constants, quoted strings, names from the symbol table, six
@@ -41,12 +41,12 @@ class clsSymbolTable;
 // each text is translated once into a program (see ExpressionProgram.h)
 // that later evaluations of the same text run again; the programs kept are
 // bounded in memory.
-class clsExpression {
+class ExpressionEvaluator {
   public:
-    clsExpression() = default;
+    ExpressionEvaluator() = default;
     // Its programs remember slots of its symbol table: one evaluator each.
-    clsExpression(const clsExpression&) = delete;
-    clsExpression& operator=(const clsExpression&) = delete;
+    ExpressionEvaluator(const ExpressionEvaluator&) = delete;
+    ExpressionEvaluator& operator=(const ExpressionEvaluator&) = delete;
 
     void SetExpression(std::string_view text) { pExpression = text; }
     const std::string& Expression() const { return pExpression; }
@@ -78,8 +78,8 @@ class clsExpression {
     Value Result() const { return pResult; }
 
     // The symbol table that names are looked up in; not owned, may be unset.
-    void SetVariables(clsSymbolTable* variables);
-    clsSymbolTable* Variables() const { return pVariables; }
+    void SetVariables(SymbolTable* variables);
+    SymbolTable* Variables() const { return pVariables; }
 
     bool CaseSensitive() const { return pCaseSensitive; }
     void SetCaseSensitive(bool caseSensitive) { pCaseSensitive = caseSensitive; }
@@ -97,7 +97,7 @@ class clsExpression {
     std::string DoubleQuotedStringToString(std::string_view text);
 
     // The error list.
-    static std::string ErrorString(std::int32_t code) { return clsErrorList::ErrorString(code); }
+    static std::string ErrorString(std::int32_t code) { return ErrorList::ErrorString(code); }
     std::int32_t Error() const { return pErrors.Error(); }
     std::int32_t GetNextError() { return pErrors.GetNextError(); }
     std::string GetNextErrorStr() { return pErrors.GetNextErrorStr(); }
@@ -128,13 +128,13 @@ class clsExpression {
 
     std::string pExpression;
     Value pResult;
-    clsSymbolTable* pVariables = nullptr;
+    SymbolTable* pVariables = nullptr;
     bool pCaseSensitive = true;
     AngleUnit pAngleUnit = AngleUnit::Radians;
     std::int16_t pPrecedence = 0;
     std::int16_t pPrecision = 0;
-    clsErrorList pErrors;
-    expr::clsExpressionParser pParser;
+    ErrorList pErrors;
+    expr::ExpressionParser pParser;
     // The programs of the texts met so far, for the operator order they were
     // translated with.
     expr::ProgramCache pPrograms;

@@ -32,15 +32,15 @@ namespace trident {
 // listing and the object texts, and the commands that assemble, stop, step
 // through diagnostics and save. All assembling is done by Assembly; the
 // window runs it in its own thread and serves its events between statements.
-class frmAssembler : public QMainWindow, private FrontEnd {
+class MainWindow : public QMainWindow, private FrontEnd {
     Q_OBJECT
 
   public:
     // The views, in the order of their option buttons.
     enum class View { Listing, Hex, Srec, Loader, Binary };
 
-    explicit frmAssembler(QWidget* parent = nullptr);
-    ~frmAssembler() override;
+    explicit MainWindow(QWidget* parent = nullptr);
+    ~MainWindow() override;
 
     // Puts `path` into the source box as if it had been opened.
     void OpenSource(const QString& path);

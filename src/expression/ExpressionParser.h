@@ -1,11 +1,11 @@
 #pragma once
 
 #include "expression/BuiltinFunctions.h"
+#include "expression/ErrorList.h"
+#include "expression/ExpressionLexer.h"
 #include "expression/ExpressionProgram.h"
 #include "expression/ExpressionToken.h"
 #include "expression/OperatorTable.h"
-#include "expression/clsErrorList.h"
-#include "expression/clsExpressionLexer.h"
 #include "symbols/Value.h"
 
 #include <cstddef>
@@ -22,7 +22,7 @@ enum class OperatorOrder {
 
 // The value of a literal operand: a number, a character constant or a
 // string, told apart by its first character.
-Value ConvertLiteral(std::string_view text, clsErrorList& errors);
+Value ConvertLiteral(std::string_view text, ErrorList& errors);
 
 // Translates one expression text into a Program in a single left-to-right
 // sweep with an operator stack, so that deep nesting costs no call depth and
@@ -31,7 +31,7 @@ Value ConvertLiteral(std::string_view text, clsErrorList& errors);
 // Binary operators are applied by level, 6 first, and left to right within a
 // level. A malformed expression ends its program with a Fail step at the
 // point where reading stops.
-class clsExpressionParser {
+class ExpressionParser {
   public:
     // The program replaces whatever `program` held. The parser can be used
     // again and again; its stacks keep their storage between uses.
@@ -61,7 +61,7 @@ class clsExpressionParser {
     int LevelOf(const BinaryOperator& op) const;
     void Finish();
 
-    clsExpressionLexer pLexer{{}};
+    ExpressionLexer pLexer{{}};
     OperatorOrder pOrder = OperatorOrder::Levels;
     Program* pProgram = nullptr;
     std::vector<Frame> pFrames;
@@ -69,7 +69,7 @@ class clsExpressionParser {
     std::size_t pDepth = 0;
     // Faults of converting literals, which decide whether a literal can be
     // converted once for all runs.
-    clsErrorList pLiteralFaults;
+    ErrorList pLiteralFaults;
 };
 
 } // namespace trident::expr

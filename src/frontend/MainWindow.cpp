@@ -1,8 +1,8 @@
-#include "frontend/frmAssembler.h"
+#include "frontend/MainWindow.h"
 
 #include "assembler/ListingColours.h"
+#include "frontend/DirectoryDialog.h"
 #include "frontend/FileFilters.h"
-#include "frontend/dialogGetDirectory.h"
 #include "output/AtomicFile.h"
 #include "output/RtfText.h"
 
@@ -130,7 +130,7 @@ QFont DefaultViewFont() {
 
 } // namespace
 
-frmAssembler::frmAssembler(QWidget* parent)
+MainWindow::MainWindow(QWidget* parent)
     : QMainWindow(parent), pAssembly(std::make_unique<Assembly>(static_cast<FrontEnd*>(this))) {
     setObjectName(QStringLiteral("frmAssembler"));
     pAssembly->Options().OpcodeTableFile =
@@ -151,7 +151,7 @@ frmAssembler::frmAssembler(QWidget* parent)
     pTimer = new QTimer(this);
     pTimer->setObjectName(QStringLiteral("Timer1"));
     pTimer->setInterval(ProgressInterval);
-    connect(pTimer, &QTimer::timeout, this, &frmAssembler::RefreshProgress);
+    connect(pTimer, &QTimer::timeout, this, &MainWindow::RefreshProgress);
 
     setAcceptDrops(true);
     resize(1100, 740);
@@ -163,50 +163,50 @@ frmAssembler::frmAssembler(QWidget* parent)
     UpdateTitle();
 }
 
-frmAssembler::~frmAssembler() = default;
+MainWindow::~MainWindow() = default;
 
-std::unique_ptr<QSettings> frmAssembler::Settings() {
+std::unique_ptr<QSettings> MainWindow::Settings() {
     return std::make_unique<QSettings>(QStringLiteral("Trident"), QStringLiteral("Trident"));
 }
 
 // --- Building the window ---------------------------------------------------
 
-void frmAssembler::CreateActions() {
+void MainWindow::CreateActions() {
     auto action = [this](const char* name, const QString& text, auto slot) {
         auto* created = new QAction(text, this);
         created->setObjectName(QLatin1String(name));
         connect(created, &QAction::triggered, this, slot);
         return created;
     };
-    pOpenAction = action("mnuOpen", tr("Open"), &frmAssembler::ChooseSource);
+    pOpenAction = action("mnuOpen", tr("Open"), &MainWindow::ChooseSource);
     pOpenAction->setShortcut(QKeySequence::Open);
-    pSaveAction = action("mnuSave", tr("Save"), &frmAssembler::Save);
+    pSaveAction = action("mnuSave", tr("Save"), &MainWindow::Save);
     pSaveAction->setShortcut(QKeySequence::Save);
     pExitAction = action("mnuExit", tr("Exit"), &QWidget::close);
     pExitAction->setShortcut(QKeySequence::Quit);
-    pAssembleAction = action("mnuAssemble", tr("Assemble"), &frmAssembler::Assemble);
+    pAssembleAction = action("mnuAssemble", tr("Assemble"), &MainWindow::Assemble);
     pAssembleAction->setShortcuts({QKeySequence(Qt::Key_F5), QKeySequence(tr("Ctrl+R"))});
-    pStopAction = action("mnuStop", tr("Stop"), &frmAssembler::Stop);
+    pStopAction = action("mnuStop", tr("Stop"), &MainWindow::Stop);
     pStopAction->setShortcut(QKeySequence(Qt::Key_Escape));
-    pNextErrorAction = action("mnuNextError", tr("Next Error"), &frmAssembler::NextError);
+    pNextErrorAction = action("mnuNextError", tr("Next Error"), &MainWindow::NextError);
     pNextErrorAction->setShortcut(QKeySequence(Qt::Key_F8));
-    pNextWarningAction = action("mnuNextWarning", tr("Next Warning"), &frmAssembler::NextWarning);
+    pNextWarningAction = action("mnuNextWarning", tr("Next Warning"), &MainWindow::NextWarning);
     pNextWarningAction->setShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F8));
-    pFontAction = action("mnuFont", tr("Font ..."), &frmAssembler::ChooseFont);
+    pFontAction = action("mnuFont", tr("Font ..."), &MainWindow::ChooseFont);
     pFixedFontsAction = new QAction(tr("Fixed Fonts Only"), this);
     pFixedFontsAction->setObjectName(QStringLiteral("mnuFixedFontsOnly"));
     pFixedFontsAction->setCheckable(true);
     pFixedFontsAction->setChecked(true);
     pMaclibAction = action("mnuSetMaclibDirectory", tr("Maclib Directory ..."),
-                           &frmAssembler::ChooseMaclibDirectory);
+                           &MainWindow::ChooseMaclibDirectory);
     pIncludeAction = action("mnuStIncludeDirectory", tr("Include Directory ..."),
-                            &frmAssembler::ChooseIncludeDirectory);
+                            &MainWindow::ChooseIncludeDirectory);
     pIdleActions = {pOpenAction,       pSaveAction,        pAssembleAction,
                     pNextErrorAction,  pNextWarningAction, pFontAction,
                     pFixedFontsAction, pMaclibAction,      pIncludeAction};
 }
 
-void frmAssembler::CreateMenus() {
+void MainWindow::CreateMenus() {
     QMenu* file = menuBar()->addMenu(tr("&File"));
     file->addAction(pOpenAction);
     pRecentMenu = file->addMenu(tr("Recent Files"));
@@ -230,7 +230,7 @@ void frmAssembler::CreateMenus() {
     settings->addAction(pIncludeAction);
 }
 
-QWidget* frmAssembler::CreateCommandRow() {
+QWidget* MainWindow::CreateCommandRow() {
     auto* row = new QWidget(this);
     auto* layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -245,8 +245,8 @@ QWidget* frmAssembler::CreateCommandRow() {
     pInFile->setObjectName(QStringLiteral("txtInFile"));
     pInFile->setToolTip(tr("Double click to Open File"));
     pInFile->installEventFilter(this);
-    connect(pInFile, &QLineEdit::textChanged, this, &frmAssembler::UpdateTitle);
-    connect(pInFile, &QLineEdit::returnPressed, this, &frmAssembler::Assemble);
+    connect(pInFile, &QLineEdit::textChanged, this, &MainWindow::UpdateTitle);
+    connect(pInFile, &QLineEdit::returnPressed, this, &MainWindow::Assemble);
     layout->addWidget(pInFile, 1);
     pOpenButton = button("cmdOpen", tr("Open"));
     pAssembleButton = button("cmdAssemble", tr("Assemble"));
@@ -256,15 +256,15 @@ QWidget* frmAssembler::CreateCommandRow() {
     pAssembleButton->setToolTip(tr("Assemble the source file (F5)"));
     pAbortButton->setToolTip(tr("Stop after the current statement (Esc)"));
     pSaveButton->setToolTip(tr("Save the view shown (Ctrl+S)"));
-    connect(pOpenButton, &QPushButton::clicked, this, &frmAssembler::ChooseSource);
-    connect(pAssembleButton, &QPushButton::clicked, this, &frmAssembler::Assemble);
-    connect(pAbortButton, &QPushButton::clicked, this, &frmAssembler::Stop);
-    connect(pSaveButton, &QPushButton::clicked, this, &frmAssembler::Save);
+    connect(pOpenButton, &QPushButton::clicked, this, &MainWindow::ChooseSource);
+    connect(pAssembleButton, &QPushButton::clicked, this, &MainWindow::Assemble);
+    connect(pAbortButton, &QPushButton::clicked, this, &MainWindow::Stop);
+    connect(pSaveButton, &QPushButton::clicked, this, &MainWindow::Save);
     pIdleWidgets = {pInFile, pOpenButton, pAssembleButton, pSaveButton};
     return row;
 }
 
-QWidget* frmAssembler::CreateSidePanel() {
+QWidget* MainWindow::CreateSidePanel() {
     auto* panel = new QWidget(this);
     auto* layout = new QVBoxLayout(panel);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -286,7 +286,7 @@ QWidget* frmAssembler::CreateSidePanel() {
     return panel;
 }
 
-QGroupBox* frmAssembler::CreateOptionBoxes() {
+QGroupBox* MainWindow::CreateOptionBoxes() {
     auto* group = new QGroupBox(tr("Options"), this);
     auto* layout = new QGridLayout(group);
     int index = 0;
@@ -307,7 +307,7 @@ QGroupBox* frmAssembler::CreateOptionBoxes() {
     return group;
 }
 
-QGroupBox* frmAssembler::CreateViewChoice() {
+QGroupBox* MainWindow::CreateViewChoice() {
     auto* group = new QGroupBox(tr("View"), this);
     auto* layout = new QHBoxLayout(group);
     pViewChoice = new QButtonGroup(group);
@@ -322,12 +322,12 @@ QGroupBox* frmAssembler::CreateViewChoice() {
     pLoaderButton = qobject_cast<QRadioButton*>(pViewChoice->button(int(View::Loader)));
     pLoaderButton->setToolTip(tr("Click to change type - SDE or DDT"));
     pLoaderButton->installEventFilter(this);
-    connect(pViewChoice, &QButtonGroup::idClicked, this, &frmAssembler::ShowView);
+    connect(pViewChoice, &QButtonGroup::idClicked, this, &MainWindow::ShowView);
     pIdleWidgets.push_back(group);
     return group;
 }
 
-QGroupBox* frmAssembler::CreateSaveFormat() {
+QGroupBox* MainWindow::CreateSaveFormat() {
     auto* group = new QGroupBox(tr("Save Format"), this);
     auto* layout = new QVBoxLayout(group);
     auto format = [group, layout](const char* name, const QString& caption) {
@@ -344,7 +344,7 @@ QGroupBox* frmAssembler::CreateSaveFormat() {
     return group;
 }
 
-QGroupBox* frmAssembler::CreateDiagnostics() {
+QGroupBox* MainWindow::CreateDiagnostics() {
     auto* group = new QGroupBox(tr("Next"), this);
     auto* layout = new QGridLayout(group);
     auto button = [group](const char* name, const QString& caption, const QString& tip) {
@@ -357,9 +357,9 @@ QGroupBox* frmAssembler::CreateDiagnostics() {
     QPushButton* warnings =
         button("cmdNextWarning", tr("Warnings"), tr("Move to the next warning (Shift+F8)"));
     QPushButton* both = button("cmdNextBoth", tr("Both"), tr("Move to the next error or warning"));
-    connect(errors, &QPushButton::clicked, this, &frmAssembler::NextError);
-    connect(warnings, &QPushButton::clicked, this, &frmAssembler::NextWarning);
-    connect(both, &QPushButton::clicked, this, &frmAssembler::NextBoth);
+    connect(errors, &QPushButton::clicked, this, &MainWindow::NextError);
+    connect(warnings, &QPushButton::clicked, this, &MainWindow::NextWarning);
+    connect(both, &QPushButton::clicked, this, &MainWindow::NextBoth);
     pErrorsLabel = ValueLabel("lblErrors", group);
     pWarningsLabel = ValueLabel("lblWarnings", group);
     pErrorsLabel->setToolTip(tr("Errors"));
@@ -373,7 +373,7 @@ QGroupBox* frmAssembler::CreateDiagnostics() {
     return group;
 }
 
-QGroupBox* frmAssembler::CreateStatistics() {
+QGroupBox* MainWindow::CreateStatistics() {
     auto* group = new QGroupBox(tr("Statistics"), this);
     auto* layout = new QGridLayout(group);
     pLowest = ValueLabel("lblMIN", group);
@@ -388,7 +388,7 @@ QGroupBox* frmAssembler::CreateStatistics() {
     return group;
 }
 
-QGroupBox* frmAssembler::CreateProgress() {
+QGroupBox* MainWindow::CreateProgress() {
     auto* group = new QGroupBox(tr("Progress"), this);
     auto* layout = new QGridLayout(group);
     pPass = ValueLabel("lblPass", group);
@@ -403,7 +403,7 @@ QGroupBox* frmAssembler::CreateProgress() {
     return group;
 }
 
-QPlainTextEdit* frmAssembler::CreateView(const char* name) {
+QPlainTextEdit* MainWindow::CreateView(const char* name) {
     auto* view = new QPlainTextEdit(pViews);
     view->setObjectName(QLatin1String(name));
     view->setReadOnly(true);
@@ -415,7 +415,7 @@ QPlainTextEdit* frmAssembler::CreateView(const char* name) {
     return view;
 }
 
-QWidget* frmAssembler::CreateViews() {
+QWidget* MainWindow::CreateViews() {
     pViews = new QStackedWidget(this);
     pListing = CreateView("rtbListing");
     pHex = CreateView("rtbHex");
@@ -427,7 +427,7 @@ QWidget* frmAssembler::CreateViews() {
 
 // --- Settings --------------------------------------------------------------
 
-void frmAssembler::ReadSettings() {
+void MainWindow::ReadSettings() {
     const auto settings = Settings();
     settings->beginGroup(QStringLiteral("Options"));
     for (std::size_t i = 0; i < OptionBoxes.size(); ++i)
@@ -473,7 +473,7 @@ void frmAssembler::ReadSettings() {
     RebuildRecentMenu();
 }
 
-void frmAssembler::WriteSettings() const {
+void MainWindow::WriteSettings() const {
     const auto settings = Settings();
     settings->beginGroup(QStringLiteral("Options"));
     for (std::size_t i = 0; i < OptionBoxes.size(); ++i)
@@ -511,7 +511,7 @@ void frmAssembler::WriteSettings() const {
 
 // --- Events ------------------------------------------------------------------
 
-void frmAssembler::closeEvent(QCloseEvent* event) {
+void MainWindow::closeEvent(QCloseEvent* event) {
     if (pRunning) {
         // The run lives on this thread's stack: let it end first, then close.
         pCloseAfterRun = true;
@@ -523,19 +523,19 @@ void frmAssembler::closeEvent(QCloseEvent* event) {
     event->accept();
 }
 
-void frmAssembler::dragEnterEvent(QDragEnterEvent* event) {
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
     const QList<QUrl> urls = event->mimeData()->urls();
     if (!pRunning && urls.size() == 1 && urls.first().isLocalFile()) event->acceptProposedAction();
 }
 
-void frmAssembler::dropEvent(QDropEvent* event) {
+void MainWindow::dropEvent(QDropEvent* event) {
     const QList<QUrl> urls = event->mimeData()->urls();
     if (pRunning || urls.isEmpty() || !urls.first().isLocalFile()) return;
     OpenSource(urls.first().toLocalFile());
     event->acceptProposedAction();
 }
 
-bool frmAssembler::eventFilter(QObject* watched, QEvent* event) {
+bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
     if (watched == pInFile && event->type() == QEvent::MouseButtonDblClick && !pRunning) {
         ChooseSource();
         return true;
@@ -558,13 +558,13 @@ bool frmAssembler::eventFilter(QObject* watched, QEvent* event) {
 
 // --- Source, font and directories ----------------------------------------------
 
-void frmAssembler::OpenSource(const QString& path) {
+void MainWindow::OpenSource(const QString& path) {
     pInFile->setText(path);
     pSourceDirectory = QFileInfo(path).absolutePath();
     RememberRecent(QFileInfo(path).absoluteFilePath());
 }
 
-void frmAssembler::ChooseSource() {
+void MainWindow::ChooseSource() {
     if (pRunning) return;
     const QStringList filters = FileFilters::ToNameFilters(QLatin1String(FileFilters::InputFile));
     QString selected = filters.value(2);
@@ -574,14 +574,14 @@ void frmAssembler::ChooseSource() {
     if (!file.isEmpty()) OpenSource(file);
 }
 
-void frmAssembler::RememberRecent(const QString& path) {
+void MainWindow::RememberRecent(const QString& path) {
     pRecent.removeAll(path);
     pRecent.prepend(path);
     while (pRecent.size() > MaxRecentFiles) pRecent.removeLast();
     RebuildRecentMenu();
 }
 
-void frmAssembler::RebuildRecentMenu() {
+void MainWindow::RebuildRecentMenu() {
     pRecentMenu->clear();
     for (const QString& path : pRecent) {
         QAction* entry = pRecentMenu->addAction(QDir::toNativeSeparators(path));
@@ -591,16 +591,16 @@ void frmAssembler::RebuildRecentMenu() {
     pRecentMenu->setEnabled(!pRecent.isEmpty() && !pRunning);
 }
 
-void frmAssembler::UpdateTitle() {
+void MainWindow::UpdateTitle() {
     const QString name = QFileInfo(pInFile->text().trimmed()).fileName();
     setWindowTitle(name.isEmpty() ? tr("Trident") : tr("%1 - Trident").arg(name));
 }
 
-void frmAssembler::SetViewFont(const QFont& font) {
+void MainWindow::SetViewFont(const QFont& font) {
     for (QPlainTextEdit* view : {pListing, pHex, pSrec, pLoader, pBinary}) view->setFont(font);
 }
 
-void frmAssembler::ChooseFont() {
+void MainWindow::ChooseFont() {
     bool chosen = false;
     const QFont font =
         QFontDialog::getFont(&chosen, pListing->font(), this, tr("Font"),
@@ -609,8 +609,8 @@ void frmAssembler::ChooseFont() {
     if (chosen) SetViewFont(font);
 }
 
-void frmAssembler::ChooseMaclibDirectory() {
-    dialogGetDirectory chooser(this);
+void MainWindow::ChooseMaclibDirectory() {
+    DirectoryDialog chooser(this);
     const QString directory = chooser.ShowChooseDirectory(
         tr("Maclib Directory"), FromNative(pAssembly->Options().MaclibDirectory));
     if (directory.isEmpty()) return;
@@ -618,8 +618,8 @@ void frmAssembler::ChooseMaclibDirectory() {
     statusBar()->showMessage(tr("Macro libraries are read from %1").arg(directory));
 }
 
-void frmAssembler::ChooseIncludeDirectory() {
-    dialogGetDirectory chooser(this);
+void MainWindow::ChooseIncludeDirectory() {
+    DirectoryDialog chooser(this);
     const QString directory = chooser.ShowChooseDirectory(
         tr("Include Directory"), FromNative(pAssembly->Options().IncludeDirectory));
     if (directory.isEmpty()) return;
@@ -629,29 +629,29 @@ void frmAssembler::ChooseIncludeDirectory() {
 
 // --- Views -------------------------------------------------------------------
 
-void frmAssembler::ToggleLoaderStyle() {
+void MainWindow::ToggleLoaderStyle() {
     SetLoaderStyle(pLoaderStyle == LoaderStyle::Sde ? LoaderStyle::Ddt : LoaderStyle::Sde);
     statusBar()->showMessage(
         tr("Loader text in the %1 style from the next assembly on").arg(pLoaderButton->text()));
 }
 
-void frmAssembler::SetLoaderStyle(LoaderStyle style) {
+void MainWindow::SetLoaderStyle(LoaderStyle style) {
     pLoaderStyle = style;
     pAssembly->Options().Loader = style;
     pLoaderButton->setText(style == LoaderStyle::Sde ? QStringLiteral("SDE")
                                                      : QStringLiteral("DDT"));
 }
 
-frmAssembler::View frmAssembler::ShownView() const {
+MainWindow::View MainWindow::ShownView() const {
     return static_cast<View>(pViewChoice->checkedId());
 }
 
-void frmAssembler::ShowView(int view) {
+void MainWindow::ShowView(int view) {
     pViews->setCurrentIndex(view);
     SaveFormatFollowsView();
 }
 
-void frmAssembler::SaveFormatFollowsView() {
+void MainWindow::SaveFormatFollowsView() {
     // The binary image has one file format, and the text views have no
     // binary one.
     const bool binary = ShownView() == View::Binary;
@@ -666,7 +666,7 @@ void frmAssembler::SaveFormatFollowsView() {
 
 // --- The run -------------------------------------------------------------------
 
-void frmAssembler::Assemble() {
+void MainWindow::Assemble() {
     if (pRunning) return;
     const QString path = pInFile->text().trimmed();
     if (path.isEmpty() || !QFileInfo(path).isFile()) return;
@@ -687,13 +687,13 @@ void frmAssembler::Assemble() {
     if (pCloseAfterRun) close();
 }
 
-void frmAssembler::Stop() {
+void MainWindow::Stop() {
     if (!pRunning) return;
     pAssembly->RequestStop();
     statusBar()->showMessage(tr("Stopping after the current statement"));
 }
 
-void frmAssembler::SetRunning(bool running) {
+void MainWindow::SetRunning(bool running) {
     pRunning = running;
     for (QWidget* widget : pIdleWidgets) widget->setEnabled(!running);
     for (QAction* action : pIdleActions) action->setEnabled(!running);
@@ -702,7 +702,7 @@ void frmAssembler::SetRunning(bool running) {
     pStopAction->setEnabled(running);
 }
 
-void frmAssembler::ClearResults() {
+void MainWindow::ClearResults() {
     for (QPlainTextEdit* view : {pListing, pHex, pSrec, pLoader, pBinary}) view->clear();
     for (QLabel* label : {pLowest, pHighest, pSize, pPass, pLineCount, pMaclib}) label->clear();
     pErrors = 0;
@@ -710,7 +710,7 @@ void frmAssembler::ClearResults() {
     ShowCounts();
 }
 
-void frmAssembler::ShowResults(Assembly::Outcome outcome) {
+void MainWindow::ShowResults(Assembly::Outcome outcome) {
     RefreshProgress();
     ShowCounts();
     ViewText::Show(*pListing, pAssembly->GetListing().Text());
@@ -741,7 +741,7 @@ void frmAssembler::ShowResults(Assembly::Outcome outcome) {
     }
 }
 
-void frmAssembler::RefreshProgress() {
+void MainWindow::RefreshProgress() {
     const RunState& state = pAssembly->State();
     pPass->setText(QString::number(state.CurrentPass));
     pPass->setToolTip(tr("Highest resolving pass: %1").arg(state.HighestPass));
@@ -750,7 +750,7 @@ void frmAssembler::RefreshProgress() {
     ShowExtent();
 }
 
-void frmAssembler::ShowExtent() {
+void MainWindow::ShowExtent() {
     const RunState& state = pAssembly->State();
     const bool nothing = state.LowestAddress > state.HighestAddress;
     const int size = nothing ? 0 : state.HighestAddress - state.LowestAddress + 1;
@@ -759,7 +759,7 @@ void frmAssembler::ShowExtent() {
     pSize->setText(QStringLiteral("0x%1 - %2").arg(Hex(size, 1)).arg(size));
 }
 
-void frmAssembler::ShowCounts() {
+void MainWindow::ShowCounts() {
     pErrorsLabel->setText(QString::number(pErrors));
     pWarningsLabel->setText(QString::number(pWarnings));
     Paint(*pErrorsLabel, pErrors ? ViewText::ToQColor(ListingColours::Error) : QColor(Qt::black));
@@ -767,30 +767,30 @@ void frmAssembler::ShowCounts() {
           pWarnings ? ViewText::ToQColor(ListingColours::WarningCount) : QColor(Qt::black));
 }
 
-void frmAssembler::Yield() {
+void MainWindow::Yield() {
     if (pSinceEvents.elapsed() < EventInterval) return;
     ShowCounts();
     QCoreApplication::processEvents();
     pSinceEvents.restart();
 }
 
-void frmAssembler::ShowPass(int pass) {
+void MainWindow::ShowPass(int pass) {
     pPass->setText(QString::number(pass));
 }
 
-void frmAssembler::ShowDiagnosticCounts(int errors, int warnings) {
+void MainWindow::ShowDiagnosticCounts(int errors, int warnings) {
     // Shown at the next yield: a listing full of errors must not spend its
     // time redrawing two labels.
     pErrors = errors;
     pWarnings = warnings;
 }
 
-void frmAssembler::ShowProcessorChecks(bool z80, bool z180) {
+void MainWindow::ShowProcessorChecks(bool z80, bool z180) {
     pZ80->setChecked(z80);
     pZ180->setChecked(z180);
 }
 
-void frmAssembler::ShowMessage(std::string_view text) {
+void MainWindow::ShowMessage(std::string_view text) {
     pLastMessage = std::string(text);
     QMessageBox::warning(this, tr("Trident"),
                          QString::fromLocal8Bit(text.data(), qsizetype(text.size())));
@@ -798,17 +798,17 @@ void frmAssembler::ShowMessage(std::string_view text) {
 
 // --- Diagnostics -----------------------------------------------------------------
 
-void frmAssembler::NextError() {
+void MainWindow::NextError() {
     FindDiagnostic(ViewText::Diagnostics::Errors);
 }
-void frmAssembler::NextWarning() {
+void MainWindow::NextWarning() {
     FindDiagnostic(ViewText::Diagnostics::Warnings);
 }
-void frmAssembler::NextBoth() {
+void MainWindow::NextBoth() {
     FindDiagnostic(ViewText::Diagnostics::Both);
 }
 
-void frmAssembler::FindDiagnostic(ViewText::Diagnostics kind) {
+void MainWindow::FindDiagnostic(ViewText::Diagnostics kind) {
     if (pRunning) return;
     pViewChoice->button(int(View::Listing))->setChecked(true);
     ShowView(int(View::Listing));
@@ -832,7 +832,7 @@ void frmAssembler::FindDiagnostic(ViewText::Diagnostics kind) {
 
 // --- Saving ------------------------------------------------------------------------
 
-QString frmAssembler::ProposedSaveName() const {
+QString MainWindow::ProposedSaveName() const {
     const QFileInfo source(pInFile->text().trimmed());
     const QString name = source.fileName().section(QLatin1Char('.'), 0, 0);
     const QString extension = QLatin1String(ViewChoices[std::size_t(ShownView())].Extension);
@@ -841,7 +841,7 @@ QString frmAssembler::ProposedSaveName() const {
     return source.absoluteDir().filePath(name + extension);
 }
 
-void frmAssembler::Save() {
+void MainWindow::Save() {
     if (pRunning) return;
     const View view = ShownView();
     const QStringList filters = FileFilters::ToNameFilters(QLatin1String(FileFilters::SaveFile));
@@ -863,7 +863,7 @@ void frmAssembler::Save() {
     WriteSaved(target, pRtfFormat->isChecked() ? ToRtf(text) : text.Text());
 }
 
-bool frmAssembler::WriteSaved(const QString& target, std::string_view contents) {
+bool MainWindow::WriteSaved(const QString& target, std::string_view contents) {
     const std::string problem = WriteFileAtomically(NativePath(target), contents);
     if (problem.empty()) {
         statusBar()->showMessage(tr("Saved %1").arg(QDir::toNativeSeparators(target)));

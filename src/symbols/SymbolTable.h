@@ -12,7 +12,7 @@
 
 namespace trident {
 
-class clsSymbolTable;
+class SymbolTable;
 
 // A name that is looked up again and again, as the operands of a statement
 // are in every pass: normalised once, and the slot it was found in
@@ -24,7 +24,7 @@ class SymbolName {
     const std::string& Text() const { return pName; }
 
   private:
-    friend class clsSymbolTable;
+    friend class SymbolTable;
 
     std::string pName;
     std::string pKey; // normalised for the case rule in pKeyCaseSensitive
@@ -39,14 +39,14 @@ class SymbolName {
 // Observable behaviour is that of a linear scan of the slots (first match
 // wins, a search stops at the first unused slot); a hash index from the
 // normalised name to its slot makes look-ups O(1) on average.
-class clsSymbolTable {
+class SymbolTable {
   public:
     // Reports a diagnostic (message, detail) through the run's error line.
     using ErrorSink = std::function<void(std::string_view message, std::string_view detail)>;
 
     static constexpr int SlotCount = 10001;
 
-    clsSymbolTable();
+    SymbolTable();
 
     void SetErrorSink(ErrorSink sink) { pErrorSink = std::move(sink); }
     // Told the slot of every successful look-up by name (for cross-references).

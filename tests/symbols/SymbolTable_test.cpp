@@ -1,4 +1,4 @@
-#include "symbols/clsSymbolTable.h"
+#include "symbols/SymbolTable.h"
 
 #include <algorithm>
 #include <cctype>
@@ -15,9 +15,9 @@ using Entry = std::pair<std::string, Value>;
 using Reports = std::vector<std::pair<std::string, std::string>>;
 
 // The used slots as the cursor properties show them.
-std::vector<Entry> Contents(clsSymbolTable& table) {
+std::vector<Entry> Contents(SymbolTable& table) {
     std::vector<Entry> entries;
-    for (std::int16_t slot = 0; slot < clsSymbolTable::SlotCount; ++slot) {
+    for (std::int16_t slot = 0; slot < SymbolTable::SlotCount; ++slot) {
         table.SetIndex(slot);
         if (table.Mnemonic().empty()) break;
         entries.emplace_back(table.Mnemonic(), table.SymVal());
@@ -43,7 +43,7 @@ TEST(SymbolTable, NameComparisonFollowsCaseOptionAndIgnoresDollars) {
                           Case{true, "X", "$", -1}, Case{true, "$", "X", -1},
                           // Nothing but "$" strips to "", which an unused slot's name equals.
                           Case{true, "X", "$$", 1}, Case{true, "X", "", 1}}) {
-        clsSymbolTable table;
+        SymbolTable table;
         table.SetCaseSensitive(c.CaseSensitive);
         table.SetVariable(c.Stored, std::int16_t{7});
         EXPECT_EQ(table.VariableExists(c.Query), c.Slot >= 0) << c.Stored << " " << c.Query;
@@ -63,7 +63,7 @@ TEST(SymbolTable, ForwardReferenceIsReportedButStillResolves) {
                           Case{"..X", "..X", 2, false}, Case{".X", ".X", 1, false},
                           // The rule looks at the name as the caller wrote it.
                           Case{"..X", "$..X", 1, false}, Case{".$.X", "..X", 1, true}}) {
-        clsSymbolTable table;
+        SymbolTable table;
         table.SetCaseSensitive(false);
         Reports reports;
         table.SetErrorSink([&](std::string_view message, std::string_view detail) {
@@ -87,7 +87,7 @@ TEST(SymbolTable, ForwardReferenceIsReportedButStillResolves) {
 }
 
 TEST(SymbolTable, RedefinitionReplacesOnlyTheValue) {
-    clsSymbolTable table;
+    SymbolTable table;
     table.SetVariable("X", std::int16_t{1});
     EXPECT_EQ(std::vector({table.SymType(), table.SymSubType1(), table.SymSubType2()}),
               std::vector({1, 13, 0}));
@@ -102,9 +102,9 @@ TEST(SymbolTable, RedefinitionReplacesOnlyTheValue) {
 }
 
 TEST(SymbolTable, FullTableRefusesANewNameSilently) {
-    clsSymbolTable table;
-    EXPECT_EQ(clsSymbolTable::MaximumSymbols(), 10000);
-    for (int i = 0; i < clsSymbolTable::SlotCount; ++i) {
+    SymbolTable table;
+    EXPECT_EQ(SymbolTable::MaximumSymbols(), 10000);
+    for (int i = 0; i < SymbolTable::SlotCount; ++i) {
         table.SetVariable("S" + std::to_string(i), std::int32_t{i});
         ASSERT_EQ(table.Index(), i);
     }
@@ -117,7 +117,7 @@ TEST(SymbolTable, FullTableRefusesANewNameSilently) {
 
 TEST(SymbolTable, DeletionMovesNamesButLeavesTypeFieldsWithTheirSlots) {
     for (const bool byName : {true, false}) {
-        clsSymbolTable table;
+        SymbolTable table;
         for (int i = 0; i < 3; ++i) {
             table.SetVariable(std::string(1, static_cast<char>('A' + i)), std::int16_t(10 + i));
             table.SetPass(static_cast<std::int16_t>(i + 1));
@@ -152,7 +152,7 @@ TEST(SymbolTable, DeletionMovesNamesButLeavesTypeFieldsWithTheirSlots) {
 }
 
 TEST(SymbolTable, SortOrdersCaseBlindAndMovesWholeSlots) {
-    clsSymbolTable table;
+    SymbolTable table;
     for (const char* name : {"b", "A", "a2"}) {
         table.SetVariable(name, std::string(name));
         table.SetSymType(name[0]);
@@ -165,7 +165,7 @@ TEST(SymbolTable, SortOrdersCaseBlindAndMovesWholeSlots) {
 }
 
 TEST(SymbolTable, CursorOutOfRangeIsIgnoredAndReadsNeutral) {
-    clsSymbolTable table;
+    SymbolTable table;
     table.SetIndex(10000);
     EXPECT_EQ(table.Pass(), 0) << "a fresh slot";
     EXPECT_EQ(table.SymType(), -1);
@@ -193,7 +193,7 @@ TEST(SymbolTable, ToSigned32WrapsIntoTheSignedRange) {
         {-1.9, -1}, {4294967301.5, 5}, {2147483648, -2147483648.0},
     };
     for (const auto& [x, expected] : cases) {
-        EXPECT_EQ(clsSymbolTable::ToSigned32(x), expected) << x;
+        EXPECT_EQ(SymbolTable::ToSigned32(x), expected) << x;
     }
 }
 
@@ -222,7 +222,7 @@ TEST(SymbolTable, IndexAgreesWithALinearScanUnderRandomOperations) {
     std::vector<SymbolName> remembered(pool.begin(), pool.end());
     std::vector<SymbolSlot> slots(pool.size());
     std::mt19937 random(12345);
-    clsSymbolTable table;
+    SymbolTable table;
     for (int step = 0; step < 3000; ++step) {
         const std::size_t index = random() % pool.size();
         const std::string& name = pool[index];

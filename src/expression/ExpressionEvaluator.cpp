@@ -1,10 +1,10 @@
-#include "expression/clsExpression.h"
+#include "expression/ExpressionEvaluator.h"
 
+#include "expression/ExpressionParser.h"
 #include "expression/NumberLiterals.h"
 #include "expression/NumericValue.h"
 #include "expression/Operations.h"
-#include "expression/clsExpressionParser.h"
-#include "symbols/clsSymbolTable.h"
+#include "symbols/SymbolTable.h"
 
 #include <algorithm>
 #include <array>
@@ -22,19 +22,19 @@ using expr::Number;
 struct PrecisionMode {
     std::int16_t Level;
     // The number result converted; nothing keeps the result as it is.
-    std::optional<Value> (*Convert)(const Number& n, clsErrorList& errors);
+    std::optional<Value> (*Convert)(const Number& n, ErrorList& errors);
 };
 
 constexpr double kTwoPow32 = 4294967296.0;
 
-std::optional<Value> TruncateToInteger(const Number& n, clsErrorList& errors) {
+std::optional<Value> TruncateToInteger(const Number& n, ErrorList& errors) {
     const double whole = std::trunc(n.Real);
     if (n.IsInteger || whole == n.Real) return std::nullopt;
     errors.AddError(EvalError::TruncatedToInteger, expr::FormatValue(n.Real));
     return expr::MakeWhole(whole);
 }
 
-std::optional<Value> ForceToSigned32(const Number& n, clsErrorList& errors) {
+std::optional<Value> ForceToSigned32(const Number& n, ErrorList& errors) {
     if (n.IsInteger) return std::nullopt;
     // Infinity and NaN wrap to no integer at all: they become 0.
     if (!std::isfinite(n.Real)) {
@@ -48,7 +48,7 @@ std::optional<Value> ForceToSigned32(const Number& n, clsErrorList& errors) {
     return static_cast<std::int32_t>(wrapped);
 }
 
-std::optional<Value> MakeDouble(const Number& n, clsErrorList&) {
+std::optional<Value> MakeDouble(const Number& n, ErrorList&) {
     return Value(n.Real);
 }
 
@@ -65,33 +65,33 @@ constexpr std::size_t kProgramBudget = std::size_t{8} << 20;
 
 } // namespace
 
-void clsExpression::SetVariables(clsSymbolTable* variables) {
+void ExpressionEvaluator::SetVariables(SymbolTable* variables) {
     pVariables = variables;
     pPrograms.Clear();
 }
 
-expr::OperatorOrder clsExpression::OrderOf(std::int16_t precedence) {
+expr::OperatorOrder ExpressionEvaluator::OrderOf(std::int16_t precedence) {
     return precedence == kLeftToRightOrder ? expr::OperatorOrder::LeftToRight
                                            : expr::OperatorOrder::Levels;
 }
 
-expr::OperatorOrder clsExpression::Order() {
+expr::OperatorOrder ExpressionEvaluator::Order() {
     if (pPrecedence != kLevelOrder && pPrecedence != kLeftToRightOrder)
         pErrors.AddError(EvalError::InvalidPrecedence, std::to_string(pPrecedence));
     return OrderOf(pPrecedence);
 }
 
-Value clsExpression::Evaluate() {
+Value ExpressionEvaluator::Evaluate() {
     pResult = Run(ProgramFor(pExpression, Order()));
     ApplyPrecision(pResult);
     return pResult;
 }
 
-Value clsExpression::Evaluate(std::string_view text, ProgramHandle& handle) {
+Value ExpressionEvaluator::Evaluate(std::string_view text, ProgramHandle& handle) {
     return EvaluateInPlace(text, handle);
 }
 
-const Value& clsExpression::EvaluateInPlace(std::string_view text, ProgramHandle& handle) {
+const Value& ExpressionEvaluator::EvaluateInPlace(std::string_view text, ProgramHandle& handle) {
     expr::Program& program = ProgramOf(text, handle);
     // Most operands are one constant or one name: while results are kept as
     // computed, they are what the program holds or the table stores.
@@ -110,7 +110,7 @@ const Value& clsExpression::EvaluateInPlace(std::string_view text, ProgramHandle
     return pHeld;
 }
 
-expr::Program& clsExpression::ProgramOf(std::string_view text, ProgramHandle& handle) {
+expr::Program& ExpressionEvaluator::ProgramOf(std::string_view text, ProgramHandle& handle) {
     const expr::OperatorOrder order = Order();
     if (!Holds(handle)) {
         expr::Program& program = ProgramFor(text, order);
@@ -123,36 +123,36 @@ expr::Program& clsExpression::ProgramOf(std::string_view text, ProgramHandle& ha
 
 // A handle made while the programs were kept as they are now, for the
 // operator order now set.
-bool clsExpression::Holds(const ProgramHandle& handle) const {
+bool ExpressionEvaluator::Holds(const ProgramHandle& handle) const {
     return OrderOf(pPrecedence) == pProgramsOrder && handle.pGeneration == pPrograms.Generation();
 }
 
-bool clsExpression::IsConstant(const ProgramHandle& handle) const {
+bool ExpressionEvaluator::IsConstant(const ProgramHandle& handle) const {
     if (!Holds(handle)) return false;
     const std::vector<expr::Step>& steps = handle.pProgram->Steps;
     return steps.size() == 1 && steps.front().Kind == expr::StepKind::Constant;
 }
 
-Value clsExpression::Evaluate(std::string_view text) {
+Value ExpressionEvaluator::Evaluate(std::string_view text) {
     SetExpression(text);
     return Evaluate();
 }
 
-Value clsExpression::EvalNumber(std::string_view text) {
+Value ExpressionEvaluator::EvalNumber(std::string_view text) {
     return expr::EvalNumber(text, pErrors);
 }
 
-Value clsExpression::SingleQuoteStrToNumber(std::string_view text) {
+Value ExpressionEvaluator::SingleQuoteStrToNumber(std::string_view text) {
     return expr::SingleQuoteStrToNumber(text, pErrors);
 }
 
-std::string clsExpression::DoubleQuotedStringToString(std::string_view text) {
+std::string ExpressionEvaluator::DoubleQuotedStringToString(std::string_view text) {
     return expr::DoubleQuotedStringToString(text, pErrors);
 }
 
 // Programs are translated for one operator order; a text's program is kept
 // while the memory of the kept ones allows.
-expr::Program& clsExpression::ProgramFor(std::string_view text, expr::OperatorOrder order) {
+expr::Program& ExpressionEvaluator::ProgramFor(std::string_view text, expr::OperatorOrder order) {
     if (order != pProgramsOrder) {
         pPrograms.Clear();
         pProgramsOrder = order;
@@ -163,7 +163,7 @@ expr::Program& clsExpression::ProgramFor(std::string_view text, expr::OperatorOr
     return kept != nullptr ? *kept : pUnkeptProgram;
 }
 
-Value clsExpression::Run(expr::Program& program) {
+Value ExpressionEvaluator::Run(expr::Program& program) {
     using expr::StepKind;
     // Most operands are one number or one name: no stack is needed.
     if (program.Steps.size() == 1) {
@@ -179,7 +179,7 @@ Value clsExpression::Run(expr::Program& program) {
 }
 
 // One step on the value stack; false when the expression has no value.
-bool clsExpression::RunStep(const expr::Step& step, expr::Program& program) {
+bool ExpressionEvaluator::RunStep(const expr::Step& step, expr::Program& program) {
     using expr::StepKind;
     switch (step.Kind) {
     case StepKind::Constant:
@@ -218,12 +218,12 @@ bool clsExpression::RunStep(const expr::Step& step, expr::Program& program) {
 // A name whose look-up gives no value, because it is unknown or not yet
 // resolved, is reported; the empty result tells the caller to wait for a
 // later pass.
-Value clsExpression::LookUpName(SymbolName& name) {
+Value ExpressionEvaluator::LookUpName(SymbolName& name) {
     const Value* value = LookUpNameInPlace(name);
     return value ? *value : Value{};
 }
 
-const Value* clsExpression::LookUpNameInPlace(SymbolName& name) {
+const Value* ExpressionEvaluator::LookUpNameInPlace(SymbolName& name) {
     if (pVariables == nullptr) {
         pErrors.AddError(EvalError::OperandDoesNotExist, name.Text());
         return nullptr;
@@ -237,7 +237,7 @@ const Value* clsExpression::LookUpNameInPlace(SymbolName& name) {
     return value;
 }
 
-void clsExpression::ApplyPrecision(Value& value) {
+void ExpressionEvaluator::ApplyPrecision(Value& value) {
     if (pPrecision == 0 || pPrecision == 1) return;
     const auto* mode =
         std::find_if(kPrecisionModes.begin(), kPrecisionModes.end(),

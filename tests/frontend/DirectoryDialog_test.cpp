@@ -1,6 +1,6 @@
 // The directory chooser on real directories.
 #include "GuiTestSupport.h"
-#include "frontend/dialogGetDirectory.h"
+#include "frontend/DirectoryDialog.h"
 
 #include <QDir>
 #include <QFileSystemModel>
@@ -30,10 +30,10 @@ class DirectoryChooserTest : public QObject {
     }
 
     void openReturnsTheDirectoryPickedInTheTree() {
-        dialogGetDirectory chooser;
+        DirectoryDialog chooser;
         QString title;
         QString shownPath;
-        WhenModal<dialogGetDirectory>([&](dialogGetDirectory* dialog) {
+        WhenModal<DirectoryDialog>([&](DirectoryDialog* dialog) {
             title = dialog->windowTitle();
             auto* tree = dialog->findChild<QTreeView*>(QStringLiteral("dirDirectory"));
             auto* model = qobject_cast<QFileSystemModel*>(tree->model());
@@ -49,10 +49,10 @@ class DirectoryChooserTest : public QObject {
     }
 
     void cancelReturnsAnEmptyString() {
-        dialogGetDirectory chooser;
+        DirectoryDialog chooser;
         QString opened;
         QString caption;
-        WhenModal<dialogGetDirectory>([&](dialogGetDirectory* dialog) {
+        WhenModal<DirectoryDialog>([&](DirectoryDialog* dialog) {
             opened = dialog->ChosenDirectory();
             auto* cancel = dialog->findChild<QPushButton*>(QStringLiteral("CancelButton"));
             caption = cancel->text();
@@ -65,7 +65,7 @@ class DirectoryChooserTest : public QObject {
     }
 
     void theTreeListsDirectoriesOnly() {
-        dialogGetDirectory chooser;
+        DirectoryDialog chooser;
         chooser.ChooseDirectory(pRoot.path());
         auto* tree = chooser.findChild<QTreeView*>(QStringLiteral("dirDirectory"));
         auto* model = qobject_cast<QFileSystemModel*>(tree->model());
@@ -81,4 +81,4 @@ class DirectoryChooserTest : public QObject {
 } // namespace trident
 
 QTEST_MAIN(trident::DirectoryChooserTest)
-#include "dialogGetDirectory_test.moc"
+#include "DirectoryDialog_test.moc"

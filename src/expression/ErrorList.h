@@ -16,7 +16,7 @@ namespace trident {
 // code, the minus sign in front of a negative one), the separator character
 // 127, then the extra string that names the offending text. Recording never
 // fails and has no limit.
-class clsErrorList {
+class ErrorList {
   public:
     static constexpr char Separator = '\x7f';
 

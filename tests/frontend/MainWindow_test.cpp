@@ -1,7 +1,7 @@
 // The main window driven as a user drives it: source box, Assemble, Stop,
 // the views, the Next buttons, saving and the settings store.
 #include "GuiTestSupport.h"
-#include "frontend/frmAssembler.h"
+#include "frontend/MainWindow.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -41,17 +41,17 @@ template <class T> T* Child(QObject* window, const char* name) {
     return window->findChild<T*>(QLatin1String(name));
 }
 
-QString ViewOf(frmAssembler& window, const char* name) {
+QString ViewOf(MainWindow& window, const char* name) {
     return Child<QPlainTextEdit>(&window, name)->toPlainText();
 }
 
-void AssembleIn(frmAssembler& window, const QString& source) {
+void AssembleIn(MainWindow& window, const QString& source) {
     Child<QLineEdit>(&window, "txtInFile")->setText(source);
     QTest::mouseClick(Child<QPushButton>(&window, "cmdAssemble"), Qt::LeftButton);
 }
 
 // Runs `action` once the window's run is under way, from inside the run.
-void WhenRunning(frmAssembler& window, std::function<void()> action, int triesLeft = 2000) {
+void WhenRunning(MainWindow& window, std::function<void()> action, int triesLeft = 2000) {
     QTimer::singleShot(1, &window, [&window, action, triesLeft] {
         if (window.IsRunning())
             action();
@@ -68,14 +68,14 @@ int RunBatchTool(const QStringList& arguments) {
 }
 
 QString Setting(const char* key) {
-    return frmAssembler::Settings()->value(QLatin1String(key)).toString();
+    return MainWindow::Settings()->value(QLatin1String(key)).toString();
 }
 
-QString LabelText(frmAssembler& window, const char* name) {
+QString LabelText(MainWindow& window, const char* name) {
     return Child<QLabel>(&window, name)->text();
 }
 
-QColor LabelInk(frmAssembler& window, const char* name) {
+QColor LabelInk(MainWindow& window, const char* name) {
     return Child<QLabel>(&window, name)->palette().color(QPalette::WindowText);
 }
 
@@ -94,7 +94,7 @@ struct SaveDialogSeen {
     QString Filter;
 };
 
-SaveDialogSeen SaveVia(frmAssembler& window, const QString& target) {
+SaveDialogSeen SaveVia(MainWindow& window, const QString& target) {
     SaveDialogSeen seen;
     WhenModal<QFileDialog>([&seen, target](QFileDialog* dialog) {
         seen.Title = dialog->windowTitle();
@@ -124,8 +124,8 @@ class WindowTest : public QObject {
         return path;
     }
 
-    static std::unique_ptr<frmAssembler> NewWindow() {
-        auto window = std::make_unique<frmAssembler>();
+    static std::unique_ptr<MainWindow> NewWindow() {
+        auto window = std::make_unique<MainWindow>();
         window->show();
         window->activateWindow();
         if (!QTest::qWaitForWindowActive(window.get())) qWarning("the window is not active");
@@ -150,7 +150,7 @@ class WindowTest : public QObject {
                                 " rept 30000\n rept 100\n ; statement\n endm\n endm\n");
     }
 
-    void init() { frmAssembler::Settings()->clear(); }
+    void init() { MainWindow::Settings()->clear(); }
 
     void assembleFillsEveryViewAsTheBatchToolWritesIt() {
         const QString source = Source(QStringLiteral("prog.asm"), Program);
@@ -505,4 +505,4 @@ class WindowTest : public QObject {
 } // namespace trident
 
 QTEST_MAIN(trident::WindowTest)
-#include "frmAssembler_test.moc"
+#include "MainWindow_test.moc"

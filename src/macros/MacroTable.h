@@ -10,7 +10,7 @@ namespace trident {
 // The body of every macro of the assembly, keyed by name without regard to
 // case. It lives through all passes, so a macro defined in pass 1 is known at
 // the top of pass 2. A body is the definition's lines, each ending in CR LF.
-class clsMacroTable {
+class MacroTable {
   public:
     // Stores `body` under `name`; an earlier body of that name is removed and
     // the new entry goes to the end of the storing order.

@@ -1,4 +1,6 @@
-#include "macros/clsMacroTable.h"
+#include "macros/MacroTable.h"
+
+#include "base/Text.h"
 
 #include <algorithm>
 
@@ -11,26 +13,23 @@ bool IsLineEnd(char c) {
 
 } // namespace
 
-std::string clsMacroTable::Key(std::string_view name) {
-    std::string key(name);
-    for (char& c : key)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    return key;
+std::string MacroTable::Key(std::string_view name) {
+    return LowerCase(name);
 }
 
-void clsMacroTable::SetMacroDefinition(std::string_view name, std::string body) {
+void MacroTable::SetMacroDefinition(std::string_view name, std::string body) {
     Delete(name);
     pBodies.emplace(Key(name), std::move(body));
     pOrder.emplace_back(name);
 }
 
-const std::string& clsMacroTable::MacroDefinition(std::string_view name) const {
+const std::string& MacroTable::MacroDefinition(std::string_view name) const {
     static const std::string none;
     const auto found = pBodies.find(Key(name));
     return found == pBodies.end() ? none : found->second;
 }
 
-bool clsMacroTable::Delete(std::string_view name) {
+bool MacroTable::Delete(std::string_view name) {
     const std::string key = Key(name);
     if (pBodies.erase(key) > 0) {
         const auto stored = std::find_if(pOrder.begin(), pOrder.end(),
@@ -40,11 +39,11 @@ bool clsMacroTable::Delete(std::string_view name) {
     return true;
 }
 
-std::string clsMacroTable::GetLine(std::string_view name) {
+std::string MacroTable::GetLine(std::string_view name) {
     return ReadLine(name, MacroDefinition(name));
 }
 
-std::string clsMacroTable::GetLine(int entryNumber) {
+std::string MacroTable::GetLine(int entryNumber) {
     const bool known = entryNumber >= 1 && static_cast<std::size_t>(entryNumber) <= pOrder.size();
     static const std::string none;
     const std::string& body =
@@ -52,7 +51,7 @@ std::string clsMacroTable::GetLine(int entryNumber) {
     return ReadLine(std::to_string(entryNumber), body);
 }
 
-std::string clsMacroTable::ReadLine(std::string_view key, const std::string& body) {
+std::string MacroTable::ReadLine(std::string_view key, const std::string& body) {
     if (key != pMacroName) {
         pMacroName = key;
         pReadPosition = 0;

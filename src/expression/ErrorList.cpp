@@ -1,4 +1,4 @@
-#include "expression/clsErrorList.h"
+#include "expression/ErrorList.h"
 
 #include "expression/CharTests.h"
 
@@ -68,7 +68,7 @@ constexpr char kReaderSplit = '~';
 // character; 0 when there are none.
 std::int32_t LeadingNumber(std::string_view text) {
     std::size_t i = 0;
-    while (i < text.size() && expr::IsBlank(text[i])) ++i;
+    while (i < text.size() && IsBlank(text[i])) ++i;
     bool negative = false;
     if (i < text.size() && (text[i] == '-' || text[i] == '+')) negative = text[i++] == '-';
     std::int64_t value = 0;
@@ -90,7 +90,7 @@ std::pair<std::string_view, std::string_view> SplitFields(std::string_view text,
 
 } // namespace
 
-void clsErrorList::AddError(EvalError code, std::string_view extra) {
+void ErrorList::AddError(EvalError code, std::string_view extra) {
     const auto number = static_cast<std::int32_t>(code);
     // A blank stands where a negative code has its minus sign.
     std::string entry = number < 0 ? "" : " ";
@@ -101,7 +101,7 @@ void clsErrorList::AddError(EvalError code, std::string_view extra) {
     pError = 1;
 }
 
-std::int32_t clsErrorList::GetNextError() {
+std::int32_t ErrorList::GetNextError() {
     if (pEntries.empty()) {
         pError = 0;
         return 0;
@@ -117,7 +117,7 @@ std::int32_t clsErrorList::GetNextError() {
 // Deliberately split at "~" rather than at the recording separator: an entry
 // whose extra string holds no "~" therefore yields its message alone, and an
 // extra string with a "~" contributes only the text after it.
-std::string clsErrorList::GetNextErrorStr() {
+std::string ErrorList::GetNextErrorStr() {
     if (pEntries.empty()) {
         pError = 0;
         return ErrorString(0);
@@ -131,12 +131,12 @@ std::string clsErrorList::GetNextErrorStr() {
     return pExtra + " ~ " + ErrorString(pError);
 }
 
-void clsErrorList::ClearAllErrors() {
+void ErrorList::ClearAllErrors() {
     pEntries.clear();
     pError = 0;
 }
 
-std::string clsErrorList::ErrorString(std::int32_t code) {
+std::string ErrorList::ErrorString(std::int32_t code) {
     const auto* found = std::find_if(kMessages.begin(), kMessages.end(),
                                      [code](const ErrorMessage& m) { return m.Code == code; });
     return std::string(found == kMessages.end() ? "Unknown Error" : found->Text);

@@ -1,12 +1,12 @@
-#include "macros/clsMacroTable.h"
+#include "macros/MacroTable.h"
 
 #include <gtest/gtest.h>
 
 namespace trident {
 namespace {
 
-TEST(clsMacroTable, NamesAreCaseBlindAndRedefinitionReplacesAtTheEnd) {
-    clsMacroTable table;
+TEST(MacroTable, NamesAreCaseBlindAndRedefinitionReplacesAtTheEnd) {
+    MacroTable table;
     table.SetMacroDefinition("abc", "first\r\n");
     table.SetMacroDefinition("other", "o\r\n");
     table.SetMacroDefinition("ABC", "second\r\n");
@@ -21,8 +21,8 @@ TEST(clsMacroTable, NamesAreCaseBlindAndRedefinitionReplacesAtTheEnd) {
 // Lines keep their line ends and swallow the empty lines after them; reading
 // goes on until the key (a name as spelt, or an entry number) changes, which
 // restarts the body.
-TEST(clsMacroTable, GetLineReadsOnUntilTheKeyChanges) {
-    clsMacroTable table;
+TEST(MacroTable, GetLineReadsOnUntilTheKeyChanges) {
+    MacroTable table;
     table.SetMacroDefinition("m", "a\r\n\r\nb\r\n");
     table.SetMacroDefinition("n", "xy");
     EXPECT_EQ(table.GetLine("m"), "a\r\n\r\n");

@@ -12,11 +12,11 @@ namespace trident {
 
 // The directory chooser of the include and macro library directories: a
 // tree of directories only, the chosen path above it, Open and Cancel.
-class dialogGetDirectory : public QDialog {
+class DirectoryDialog : public QDialog {
     Q_OBJECT
 
   public:
-    explicit dialogGetDirectory(QWidget* parent = nullptr);
+    explicit DirectoryDialog(QWidget* parent = nullptr);
 
     // Shows the chooser titled `title`, opened at `startDirectory` (the
     // home directory when empty); returns the chosen directory, or an

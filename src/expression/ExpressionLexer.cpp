@@ -1,4 +1,4 @@
-#include "expression/clsExpressionLexer.h"
+#include "expression/ExpressionLexer.h"
 
 #include "expression/CharTests.h"
 #include "expression/OperatorTable.h"
@@ -28,21 +28,21 @@ bool IsExponentSign(std::string_view run, char next) {
 
 } // namespace
 
-void clsExpressionLexer::SkipBlanks() {
+void ExpressionLexer::SkipBlanks() {
     while (!AtEnd() && IsBlank(pText[pPos])) ++pPos;
 }
 
-Token clsExpressionLexer::Take(TokenKind kind, std::size_t length) {
+Token ExpressionLexer::Take(TokenKind kind, std::size_t length) {
     const Token token{kind, pText.substr(pPos, length)};
     pPos += length;
     return token;
 }
 
-Token clsExpressionLexer::From(TokenKind kind, std::size_t start) const {
+Token ExpressionLexer::From(TokenKind kind, std::size_t start) const {
     return {kind, pText.substr(start, pPos - start)};
 }
 
-bool clsExpressionLexer::WordEndsHere() const {
+bool ExpressionLexer::WordEndsHere() const {
     const char next = CharAt(pPos);
     return IsBlank(next) || next == '(';
 }
@@ -50,7 +50,7 @@ bool clsExpressionLexer::WordEndsHere() const {
 // Past the quote that closes the literal opening at start: a doubled quote
 // and a backslash with its next character stay inside. An unclosed literal
 // runs to the end of the text; its conversion reports it.
-std::size_t clsExpressionLexer::QuotedEnd(std::size_t start) const {
+std::size_t ExpressionLexer::QuotedEnd(std::size_t start) const {
     const char quote = pText[start];
     std::size_t pos = start + 1;
     while (pos < pText.size()) {
@@ -67,7 +67,7 @@ std::size_t clsExpressionLexer::QuotedEnd(std::size_t start) const {
     return pText.size();
 }
 
-std::size_t clsExpressionLexer::RunEnd(std::size_t start) const {
+std::size_t ExpressionLexer::RunEnd(std::size_t start) const {
     std::size_t pos = start;
     while (pos < pText.size()) {
         const char c = pText[pos];
@@ -83,7 +83,7 @@ std::size_t clsExpressionLexer::RunEnd(std::size_t start) const {
 
 // The position of the ")" that closes the group containing start, or the end
 // of the text.
-std::size_t clsExpressionLexer::GroupEnd(std::size_t start) const {
+std::size_t ExpressionLexer::GroupEnd(std::size_t start) const {
     int depth = 0;
     std::size_t pos = start;
     while (pos < pText.size()) {
@@ -102,7 +102,7 @@ std::size_t clsExpressionLexer::GroupEnd(std::size_t start) const {
     return pText.size();
 }
 
-Token clsExpressionLexer::NextOperand() {
+Token ExpressionLexer::NextOperand() {
     SkipBlanks();
     if (AtEnd()) return {TokenKind::End, {}};
     const char c = pText[pPos];
@@ -127,7 +127,7 @@ Token clsExpressionLexer::NextOperand() {
 // "nul" tests the rest of its group, so it takes that text unevaluated;
 // "not" is a prefix before a blank or "("; "high" and "low" are prefixes
 // before a blank and functions before "(".
-Token clsExpressionLexer::WordAsOperand(std::size_t start) {
+Token ExpressionLexer::WordAsOperand(std::size_t start) {
     const std::string_view word = pText.substr(start, pPos - start);
     if (IsDecimalDigit(word.front())) return {TokenKind::Operand, word};
     const char next = CharAt(pPos);
@@ -149,7 +149,7 @@ Token clsExpressionLexer::WordAsOperand(std::size_t start) {
     return {TokenKind::Operand, word};
 }
 
-Token clsExpressionLexer::NextOperator() {
+Token ExpressionLexer::NextOperator() {
     SkipBlanks();
     if (AtEnd()) return {TokenKind::End, {}};
     const char c = pText[pPos];
@@ -159,7 +159,7 @@ Token clsExpressionLexer::NextOperator() {
     return IsOperatorChar(c) ? SymbolAsOperator() : WordAsOperator();
 }
 
-Token clsExpressionLexer::SymbolAsOperator() {
+Token ExpressionLexer::SymbolAsOperator() {
     const auto symbol = MatchSymbolOperator(pText.substr(pPos));
     if (!symbol) return Take(TokenKind::InvalidOperator, 1);
     return Take(TokenKind::Binary, symbol->size());
@@ -167,7 +167,7 @@ Token clsExpressionLexer::SymbolAsOperator() {
 
 // A number where an operator belongs is a missing operator; any other word
 // that is no operator word is an invalid operator.
-Token clsExpressionLexer::WordAsOperator() {
+Token ExpressionLexer::WordAsOperator() {
     const std::size_t start = pPos;
     pPos = RunEnd(pPos);
     const std::string_view word = pText.substr(start, pPos - start);

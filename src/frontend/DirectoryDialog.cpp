@@ -1,4 +1,4 @@
-#include "frontend/dialogGetDirectory.h"
+#include "frontend/DirectoryDialog.h"
 
 #include <QDialogButtonBox>
 #include <QDir>
@@ -11,7 +11,7 @@
 
 namespace trident {
 
-dialogGetDirectory::dialogGetDirectory(QWidget* parent)
+DirectoryDialog::DirectoryDialog(QWidget* parent)
     : QDialog(parent), pModel(new QFileSystemModel(this)), pDirectories(new QTreeView(this)),
       pPath(new QLabel(this)), pOpen(new QPushButton(tr("Open"), this)),
       pCancel(new QPushButton(tr("Cancel"), this)) {
@@ -39,7 +39,7 @@ dialogGetDirectory::dialogGetDirectory(QWidget* parent)
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(pDirectories->selectionModel(), &QItemSelectionModel::currentChanged, this,
-            &dialogGetDirectory::CurrentChanged);
+            &DirectoryDialog::CurrentChanged);
     connect(pDirectories, &QTreeView::doubleClicked, pDirectories, &QTreeView::expand);
 
     auto* layout = new QVBoxLayout(this);
@@ -48,7 +48,7 @@ dialogGetDirectory::dialogGetDirectory(QWidget* parent)
     layout->addWidget(buttons);
 }
 
-void dialogGetDirectory::ChooseDirectory(const QString& directory) {
+void DirectoryDialog::ChooseDirectory(const QString& directory) {
     const QModelIndex index = pModel->index(QDir(directory).absolutePath());
     if (!index.isValid()) return;
     pDirectories->setCurrentIndex(index);
@@ -56,14 +56,13 @@ void dialogGetDirectory::ChooseDirectory(const QString& directory) {
     pDirectories->expand(index);
 }
 
-void dialogGetDirectory::CurrentChanged() {
+void DirectoryDialog::CurrentChanged() {
     pChosen = pModel->filePath(pDirectories->currentIndex());
     pPath->setText(QDir::toNativeSeparators(pChosen));
     pOpen->setEnabled(!pChosen.isEmpty());
 }
 
-QString dialogGetDirectory::ShowChooseDirectory(const QString& title,
-                                                const QString& startDirectory) {
+QString DirectoryDialog::ShowChooseDirectory(const QString& title, const QString& startDirectory) {
     setWindowTitle(title);
     pChosen.clear();
     pPath->clear();

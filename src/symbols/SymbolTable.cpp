@@ -1,4 +1,6 @@
-#include "symbols/clsSymbolTable.h"
+#include "symbols/SymbolTable.h"
+
+#include "base/Text.h"
 
 #include <algorithm>
 #include <charconv>
@@ -9,17 +11,7 @@ namespace trident {
 
 namespace {
 
-constexpr int LastSlot = clsSymbolTable::SlotCount - 1;
-
-char AsciiLower(char c) {
-    return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-std::string LowerCase(std::string_view text) {
-    std::string lower(text);
-    std::transform(lower.begin(), lower.end(), lower.begin(), AsciiLower);
-    return lower;
-}
+constexpr int LastSlot = SymbolTable::SlotCount - 1;
 
 std::string FormatValue(const Value& value) {
     if (IsEmpty(value)) return "<empty>";
@@ -35,25 +27,25 @@ std::string FormatValue(const Value& value) {
 
 } // namespace
 
-clsSymbolTable::clsSymbolTable() = default;
+SymbolTable::SymbolTable() = default;
 
-void clsSymbolTable::SetIndex(std::int16_t index) {
+void SymbolTable::SetIndex(std::int16_t index) {
     if (index >= 0 && index < SlotCount) pIndex = index;
 }
 
-void clsSymbolTable::SetCaseSensitive(bool caseSensitive) {
+void SymbolTable::SetCaseSensitive(bool caseSensitive) {
     if (caseSensitive == pCaseSensitive) return;
     pCaseSensitive = caseSensitive;
     RebuildIndex();
 }
 
-std::string clsSymbolTable::NormalisedName(std::string_view name) const {
+std::string SymbolTable::NormalisedName(std::string_view name) const {
     std::string key;
     NormaliseInto(key, name);
     return key;
 }
 
-void clsSymbolTable::NormaliseInto(std::string& key, std::string_view name) const {
+void SymbolTable::NormaliseInto(std::string& key, std::string_view name) const {
     // "$" alone is the location counter; anywhere else the character is
     // only a visual separator.
     key.clear();
@@ -63,17 +55,17 @@ void clsSymbolTable::NormaliseInto(std::string& key, std::string_view name) cons
     }
     for (char c : name) {
         if (c == '$') continue;
-        if (!pCaseSensitive && c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+        if (!pCaseSensitive) c = ToLowerAscii(c);
         key += c;
     }
 }
 
-const std::string& clsSymbolTable::LookUpKey(std::string_view name) const {
+const std::string& SymbolTable::LookUpKey(std::string_view name) const {
     NormaliseInto(pKeyBuffer, name);
     return pKeyBuffer;
 }
 
-int clsSymbolTable::LowestSlotWithKey(const std::string& key) const {
+int SymbolTable::LowestSlotWithKey(const std::string& key) const {
     int lowest = pSlotByName.Find(key);
     // An unused slot's name "" compares equal to any name that normalises
     // to nothing.
@@ -81,13 +73,13 @@ int clsSymbolTable::LowestSlotWithKey(const std::string& key) const {
     return lowest;
 }
 
-int clsSymbolTable::FindSlot(std::string_view name) const {
+int SymbolTable::FindSlot(std::string_view name) const {
     const int slot = LowestSlotWithKey(LookUpKey(name));
     // A scan compares the first unused slot before it stops there.
     return slot <= pUsed ? slot : -1;
 }
 
-int clsSymbolTable::FindSlot(SymbolName& name) const {
+int SymbolTable::FindSlot(SymbolName& name) const {
     if (const int slot = RememberedSlot(name.pFound); slot != -2) return slot;
     if (!name.pHasKey || name.pKeyCaseSensitive != pCaseSensitive) {
         NormaliseInto(name.pKey, name.pName);
@@ -97,30 +89,30 @@ int clsSymbolTable::FindSlot(SymbolName& name) const {
     return LowestSlotRemembered(name.pKey, name.pFound);
 }
 
-int clsSymbolTable::FindSlot(std::string_view name, SymbolSlot& found) const {
+int SymbolTable::FindSlot(std::string_view name, SymbolSlot& found) const {
     if (const int slot = RememberedSlot(found); slot != -2) return slot;
     return LowestSlotRemembered(LookUpKey(name), found);
 }
 
-int clsSymbolTable::RememberedSlot(const SymbolSlot& found) const {
+int SymbolTable::RememberedSlot(const SymbolSlot& found) const {
     if (found.pTable != this || found.pLayout != pLayout) return -2;
     // A scan compares the first unused slot before it stops there.
     return found.pSlot <= pUsed ? found.pSlot : -1;
 }
 
-int clsSymbolTable::LowestSlotRemembered(const std::string& key, SymbolSlot& found) const {
+int SymbolTable::LowestSlotRemembered(const std::string& key, SymbolSlot& found) const {
     const int slot = LowestSlotWithKey(key);
     if (slot >= 0 && !key.empty()) Remember(found, slot);
     return slot <= pUsed ? slot : -1;
 }
 
-void clsSymbolTable::Remember(SymbolSlot& found, int slot) const {
+void SymbolTable::Remember(SymbolSlot& found, int slot) const {
     found.pTable = this;
     found.pLayout = pLayout;
     found.pSlot = slot;
 }
 
-void clsSymbolTable::RebuildIndex() {
+void SymbolTable::RebuildIndex() {
     ++pLayout;
     pLocationSlot = -1;
     pSlotByName.Clear();
@@ -137,25 +129,25 @@ void clsSymbolTable::RebuildIndex() {
     }
 }
 
-void clsSymbolTable::AdvanceFirstUnused() {
+void SymbolTable::AdvanceFirstUnused() {
     while (pUsed < SlotCount && !Read(pUsed).Name.empty()) ++pUsed;
 }
 
-Value clsSymbolTable::Variable(std::string_view name) {
+Value SymbolTable::Variable(std::string_view name) {
     const Value* value = TakeValue(FindSlot(name), name);
     return value ? *value : Value{};
 }
 
-Value clsSymbolTable::Variable(SymbolName& name) {
+Value SymbolTable::Variable(SymbolName& name) {
     const Value* value = VariableInPlace(name);
     return value ? *value : Value{};
 }
 
-const Value* clsSymbolTable::VariableInPlace(SymbolName& name) {
+const Value* SymbolTable::VariableInPlace(SymbolName& name) {
     return TakeValue(FindSlot(name), name.pName);
 }
 
-const Value* clsSymbolTable::TakeValue(int slot, std::string_view name) {
+const Value* SymbolTable::TakeValue(int slot, std::string_view name) {
     if (slot < 0) {
         pIndex = -1;
         return nullptr;
@@ -170,7 +162,7 @@ const Value* clsSymbolTable::TakeValue(int slot, std::string_view name) {
     return &entry.Val;
 }
 
-void clsSymbolTable::SetVariable(std::string_view name, const Value& value) {
+void SymbolTable::SetVariable(std::string_view name, const Value& value) {
     // The location counter is set before every statement: its slot is
     // remembered until slots move.
     if (name == "$" && pLocationSlot >= 0) {
@@ -181,25 +173,25 @@ void clsSymbolTable::SetVariable(std::string_view name, const Value& value) {
     AddSymbol(name, value, 1, 13, 0, Value{}, false, -1);
 }
 
-void clsSymbolTable::SetLocationSlowly(std::int32_t address) {
+void SymbolTable::SetLocationSlowly(std::int32_t address) {
     if (pLocationSlot < 0) return SetVariable("$", Value{address});
     Write(pLocationSlot).Val = address;
     pIndex = static_cast<std::int16_t>(pLocationSlot);
 }
 
-bool clsSymbolTable::VariableExists(std::string_view name) {
+bool SymbolTable::VariableExists(std::string_view name) {
     const int slot = FindSlot(name);
     pIndex = static_cast<std::int16_t>(slot);
     return slot >= 0;
 }
 
-bool clsSymbolTable::VariableExists(std::string_view name, SymbolSlot& found) {
+bool SymbolTable::VariableExists(std::string_view name, SymbolSlot& found) {
     const int slot = FindSlot(name, found);
     pIndex = static_cast<std::int16_t>(slot);
     return slot >= 0;
 }
 
-void clsSymbolTable::SetVariable(std::string_view name, const Value& value, SymbolSlot& found) {
+void SymbolTable::SetVariable(std::string_view name, const Value& value, SymbolSlot& found) {
     SetVariable(name, value);
     // Adding the name left its key in the look-up buffer. The location
     // counter, set through its own slot, and names without a key are not
@@ -207,9 +199,9 @@ void clsSymbolTable::SetVariable(std::string_view name, const Value& value, Symb
     if (pIndex >= 0 && name != "$" && !pKeyBuffer.empty()) Remember(found, pIndex);
 }
 
-void clsSymbolTable::AddSymbol(std::string_view name, const Value& value, std::int32_t symType,
-                               std::int32_t subType1, std::int32_t subType2, const Value& tag,
-                               bool refed, std::int16_t pass) {
+void SymbolTable::AddSymbol(std::string_view name, const Value& value, std::int32_t symType,
+                            std::int32_t subType1, std::int32_t subType2, const Value& tag,
+                            bool refed, std::int16_t pass) {
     const std::string& key = LookUpKey(name);
     const int existing = LowestSlotWithKey(key);
     if (existing >= 0 && existing <= pUsed) {
@@ -235,7 +227,7 @@ void clsSymbolTable::AddSymbol(std::string_view name, const Value& value, std::i
     pIndex = static_cast<std::int16_t>(slot);
 }
 
-void clsSymbolTable::ShiftDown(int first, int last) {
+void SymbolTable::ShiftDown(int first, int last) {
     // Past the stored slots each one takes an alike successor's fields.
     last = std::min(last, static_cast<int>(pSlots.size()));
     for (int slot = first; slot < last; ++slot) {
@@ -254,7 +246,7 @@ void clsSymbolTable::ShiftDown(int first, int last) {
     }
 }
 
-void clsSymbolTable::DeleteByName(std::string_view name) {
+void SymbolTable::DeleteByName(std::string_view name) {
     const int slot = LowestSlotWithKey(NormalisedName(name));
     if (slot < 0 || slot >= LastSlot) return;
     if (Read(slot + 1).Name.empty() && slot + 1 < LastSlot) {
@@ -267,7 +259,7 @@ void clsSymbolTable::DeleteByName(std::string_view name) {
     RebuildIndex();
 }
 
-void clsSymbolTable::DeleteByIndex(std::int16_t index) {
+void SymbolTable::DeleteByIndex(std::int16_t index) {
     if (index < 0 || index >= SlotCount) return;
     int end = index;
     while (end < LastSlot && !Read(end).Name.empty()) ++end;
@@ -282,7 +274,7 @@ void clsSymbolTable::DeleteByIndex(std::int16_t index) {
     RebuildIndex();
 }
 
-void clsSymbolTable::DeleteAll() {
+void SymbolTable::DeleteAll() {
     for (Slot* slot = pSlots.data(); slot != pSlots.data() + pSlots.size(); ++slot) {
         slot->Name.clear();
         slot->Val = Value{};
@@ -296,7 +288,7 @@ void clsSymbolTable::DeleteAll() {
     pUsed = 0;
 }
 
-void clsSymbolTable::Sort() {
+void SymbolTable::Sort() {
     const int used = UsedCount();
     std::vector<std::pair<std::string, int>> order;
     order.reserve(used);
@@ -310,7 +302,7 @@ void clsSymbolTable::Sort() {
     RebuildIndex();
 }
 
-void clsSymbolTable::DebugPrintTable(const std::function<void(std::string_view line)>& trace) {
+void SymbolTable::DebugPrintTable(const std::function<void(std::string_view line)>& trace) {
     int last = -1;
     for (int slot = 0; slot < SlotCount; ++slot) {
         if (Read(slot).Name.empty()) continue;
@@ -326,73 +318,73 @@ void clsSymbolTable::DebugPrintTable(const std::function<void(std::string_view l
     pIndex = static_cast<std::int16_t>(last);
 }
 
-std::string clsSymbolTable::Mnemonic() const {
+std::string SymbolTable::Mnemonic() const {
     return CursorValid() ? Read(pIndex).Name : "";
 }
 
-void clsSymbolTable::SetMnemonic(std::string_view name) {
+void SymbolTable::SetMnemonic(std::string_view name) {
     if (!CursorValid() || Read(pIndex).Name == name) return;
     Write(pIndex).Name = name;
     RebuildIndex();
 }
 
-Value clsSymbolTable::SymVal() const {
+Value SymbolTable::SymVal() const {
     return CursorValid() ? Read(pIndex).Val : Value{};
 }
 
-void clsSymbolTable::SetSymVal(const Value& value) {
+void SymbolTable::SetSymVal(const Value& value) {
     if (CursorValid()) Write(pIndex).Val = value;
 }
 
-Value clsSymbolTable::SymTag() const {
+Value SymbolTable::SymTag() const {
     return CursorValid() ? Read(pIndex).Tag : Value{};
 }
 
-void clsSymbolTable::SetSymTag(const Value& tag) {
+void SymbolTable::SetSymTag(const Value& tag) {
     if (CursorValid()) Write(pIndex).Tag = tag;
 }
 
-std::int32_t clsSymbolTable::SymType() const {
+std::int32_t SymbolTable::SymType() const {
     return CursorValid() ? Read(pIndex).SymType : 0;
 }
 
-void clsSymbolTable::SetSymType(std::int32_t type) {
+void SymbolTable::SetSymType(std::int32_t type) {
     if (CursorValid()) Write(pIndex).SymType = type;
 }
 
-std::int32_t clsSymbolTable::SymSubType1() const {
+std::int32_t SymbolTable::SymSubType1() const {
     return CursorValid() ? Read(pIndex).SymSubType1 : 0;
 }
 
-void clsSymbolTable::SetSymSubType1(std::int32_t subType) {
+void SymbolTable::SetSymSubType1(std::int32_t subType) {
     if (CursorValid()) Write(pIndex).SymSubType1 = subType;
 }
 
-std::int32_t clsSymbolTable::SymSubType2() const {
+std::int32_t SymbolTable::SymSubType2() const {
     return CursorValid() ? Read(pIndex).SymSubType2 : 0;
 }
 
-void clsSymbolTable::SetSymSubType2(std::int32_t subType) {
+void SymbolTable::SetSymSubType2(std::int32_t subType) {
     if (CursorValid()) Write(pIndex).SymSubType2 = subType;
 }
 
-std::int16_t clsSymbolTable::Pass() const {
+std::int16_t SymbolTable::Pass() const {
     return CursorValid() ? Read(pIndex).Pass : -1;
 }
 
-void clsSymbolTable::SetPass(std::int16_t pass) {
+void SymbolTable::SetPass(std::int16_t pass) {
     if (CursorValid()) Write(pIndex).Pass = pass;
 }
 
-bool clsSymbolTable::Refed() const {
+bool SymbolTable::Refed() const {
     return CursorValid() && Read(pIndex).Refed;
 }
 
-void clsSymbolTable::SetRefed(bool refed) {
+void SymbolTable::SetRefed(bool refed) {
     if (CursorValid()) Write(pIndex).Refed = refed;
 }
 
-double clsSymbolTable::ToSigned32(double x) {
+double SymbolTable::ToSigned32(double x) {
     constexpr double TwoTo32 = 4294967296.0;
     const double truncated = std::trunc(x);
     double r = (truncated / TwoTo32 - std::floor(truncated / TwoTo32)) * TwoTo32;
