@@ -24,8 +24,8 @@ void BM_Fill(benchmark::State& state) {
         state.PauseTiming();
         trident::SymbolTable table;
         state.ResumeTiming();
-        for (int i = 0; i < SymbolCount; ++i) table.SetVariable(names[i], std::int32_t{i});
-        benchmark::DoNotOptimize(table.Index());
+        for (int i = 0; i < SymbolCount; ++i)
+            benchmark::DoNotOptimize(table.SetVariable(names[i], std::int32_t{i}));
     }
     state.SetItemsProcessed(state.iterations() * SymbolCount);
 }
@@ -37,7 +37,7 @@ void BM_LookUpAll(benchmark::State& state) {
     table.SetCaseSensitive(state.range(0) != 0);
     for (int i = 0; i < SymbolCount; ++i) table.SetVariable(names[i], std::int32_t{i});
     for (auto _ : state) {
-        for (const std::string& name : names) benchmark::DoNotOptimize(table.Variable(name));
+        for (const std::string& name : names) benchmark::DoNotOptimize(table.SlotOf(name));
     }
     state.SetItemsProcessed(state.iterations() * SymbolCount);
 }
@@ -50,22 +50,10 @@ void BM_FillAndLookUp(benchmark::State& state) {
         trident::SymbolTable table;
         state.ResumeTiming();
         for (int i = 0; i < SymbolCount; ++i) table.SetVariable(names[i], std::int32_t{i});
-        for (const std::string& name : names) benchmark::DoNotOptimize(table.Variable(name));
+        for (const std::string& name : names) benchmark::DoNotOptimize(table.SlotOf(name));
     }
 }
 BENCHMARK(BM_FillAndLookUp)->Unit(benchmark::kMicrosecond);
-
-void BM_Sort(benchmark::State& state) {
-    const std::vector<std::string> names = SymbolNames();
-    for (auto _ : state) {
-        state.PauseTiming();
-        trident::SymbolTable table;
-        for (int i = SymbolCount - 1; i >= 0; --i) table.SetVariable(names[i], std::int32_t{i});
-        state.ResumeTiming();
-        table.Sort();
-    }
-}
-BENCHMARK(BM_Sort)->Unit(benchmark::kMicrosecond);
 
 } // namespace
 

@@ -95,22 +95,15 @@ inline void EvaluateText(std::uint8_t modes, std::string_view text) {
     expression.SetVariables((modes & 4) ? nullptr : &symbols);
     expression.SetCaseSensitive((modes & 8) != 0);
     expression.SetDRG((modes & 16) ? AngleUnit::Degrees : AngleUnit::Radians);
-    expression.SetPrecedence(static_cast<std::int16_t>((modes >> 5) & 1));
-    expression.SetPrecision(static_cast<std::int16_t>((modes >> 5) % 6));
 
     expression.Evaluate(text);
     expression.EvalNumber(text);
     expression.SingleQuoteStrToNumber(text);
     expression.DoubleQuotedStringToString(text);
 
-    // Drained by both readers, as the run and the window do.
-    ExpressionEvaluator::ErrorString(expression.Error());
-    expression.ExtraErrorString();
     while (expression.ErrorCount() > 0) {
-        if (expression.ErrorCount() % 2 == 0)
-            expression.GetNextError();
-        else
-            expression.GetNextErrorStr();
+        ExpressionEvaluator::ErrorString(expression.GetNextError());
+        expression.ExtraErrorString();
     }
 }
 

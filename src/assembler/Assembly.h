@@ -193,7 +193,7 @@ class Assembly {
     std::string DescribeFailure(const std::string& what) const;
     void FinishOutputs();
     void RecordReference(int slot);
-    void RecordDefinition(std::string_view kind);
+    void RecordDefinition(int slot, std::string_view kind);
     // The statement's place for the cross-reference.
     SourcePlace StatementPlace();
     void FindPlaceFile();

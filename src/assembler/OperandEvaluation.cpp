@@ -115,7 +115,7 @@ Value Assembly::EvaluateOperand(std::string_view text, int width, Signedness sig
     StatementMemo::Operand* kept = KeptText(text);
     const std::uint8_t key = WholeKey(width, signedness);
     // The text of one constant reduces to the same value in every pass.
-    if (kept && kept->WholeKey == key && pEvaluator->KeepsResults()) return Value{kept->Whole};
+    if (kept && kept->WholeKey == key) return Value{kept->Whole};
     // A kept operand's value is taken where it lies: it is read before
     // anything can change it.
     Value copy;
@@ -130,7 +130,7 @@ Value Assembly::EvaluateOperand(std::string_view text, int width, Signedness sig
     const std::int32_t whole = integer
                                    ? ReduceWhole(text, *integer, width, signedness, force, clean)
                                    : ReduceNumber(text, result, width, signedness, force, clean);
-    if (kept && pEvaluator->KeepsResults() && pEvaluator->IsConstant(kept->Program)) {
+    if (kept && pEvaluator->IsConstant(kept->Program)) {
         // A diagnostic, counted as it was raised, comes again in every pass.
         if (clean) {
             kept->Whole = whole;

@@ -92,8 +92,7 @@ void Assembly::RecordReference(int slot) {
     pReferences.push_back({place, slot});
 }
 
-void Assembly::RecordDefinition(std::string_view kind) {
-    const int slot = pSymbols->Index();
+void Assembly::RecordDefinition(int slot, std::string_view kind) {
     if (pState.CurrentPass != 0 || slot < 0) return;
     SymbolOrigin& origin = OriginOf(slot);
     if (origin.DefinedAt.InSource()) return;
@@ -121,14 +120,12 @@ std::vector<ListingReports::SymbolRow> Assembly::SymbolReport() {
     GroupReferences();
     std::vector<ListingReports::SymbolRow> rows;
     rows.reserve(pOrigins.size());
-    SymbolTable& symbols = *pSymbols;
-    const std::int16_t cursor = symbols.Index();
+    const SymbolTable& symbols = *pSymbols;
     for (int slot = 0; slot < SymbolTable::SlotCount; ++slot) {
-        symbols.SetIndex(static_cast<std::int16_t>(slot));
-        std::string name = symbols.Mnemonic();
+        const std::string& name = symbols.Mnemonic(slot);
         if (name.empty()) break;
         if (name == "$") continue;
-        ListingReports::SymbolRow row{std::move(name), symbols.SymVal(), {}, {}, {}};
+        ListingReports::SymbolRow row{name, symbols.SymVal(slot), {}, {}, {}};
         // The row views the origin's kind and references rather than copying them.
         if (static_cast<std::size_t>(slot) < pOrigins.size()) {
             const SymbolOrigin& origin = pOrigins[static_cast<std::size_t>(slot)];
@@ -138,10 +135,9 @@ std::vector<ListingReports::SymbolRow> Assembly::SymbolReport() {
                 std::span(pSortedReferences).subspan(origin.FirstReference, origin.ReferenceCount);
         }
         if (row.Kind.empty())
-            row.Kind = symbols.Pass() < 0 ? PredefinedKind(symbols.SymType()) : "label";
+            row.Kind = symbols.Pass(slot) < 0 ? PredefinedKind(symbols.SymType(slot)) : "label";
         rows.push_back(std::move(row));
     }
-    symbols.SetIndex(cursor);
     // By name regardless of case; rows of equal names keep their slot order.
     // The keys are sorted, not the rows.
     std::vector<SortKey> order;

@@ -23,19 +23,19 @@ void Assembly::DefineSymbol(std::string_view name, const Value& value, std::stri
                                       name.size() == pStatement.Label.size()
                                   ? &pStatement.Memo->Label()
                                   : nullptr;
-    if (found ? symbols.VariableExists(name, *found) : symbols.VariableExists(name)) {
+    if (const int slot = found ? symbols.SlotOf(name, *found) : symbols.SlotOf(name); slot >= 0) {
         if (IsRedefinableLocal(name)) {
             symbols.SetVariable(name, value);
-            symbols.SetPass(pState.CurrentPass);
-            RecordDefinition(kind);
+            symbols.SetPass(slot, pState.CurrentPass);
+            RecordDefinition(slot, kind);
         } else if (pState.CurrentPass == 0) {
             // The final pass meets every definition once more: the first one
             // claims the name for this pass, a second one is the duplicate.
-            if (symbols.Pass() == 0)
+            if (symbols.Pass(slot) == 0)
                 ListError("Symbol Already Defined", name);
             else {
-                symbols.SetPass(0);
-                RecordDefinition(kind);
+                symbols.SetPass(slot, 0);
+                RecordDefinition(slot, kind);
             }
         }
         // In a resolving pass an existing label keeps the value it was
@@ -46,27 +46,25 @@ void Assembly::DefineSymbol(std::string_view name, const Value& value, std::stri
         pState.UnresolvedDefinition = true;
         return;
     }
-    if (found)
-        symbols.SetVariable(name, value, *found);
-    else
-        symbols.SetVariable(name, value);
-    if (symbols.Index() < 0)
+    const int slot =
+        found ? symbols.SetVariable(name, value, *found) : symbols.SetVariable(name, value);
+    if (slot < 0)
         throw RunFailure("symbol table full: more than " + std::to_string(SymbolTable::SlotCount) +
                          " symbols");
-    symbols.SetPass(pState.CurrentPass);
-    RecordDefinition(kind);
+    symbols.SetPass(slot, pState.CurrentPass);
+    RecordDefinition(slot, kind);
     pState.AnotherPassNeeded = true;
 }
 
 void Assembly::RedefineSymbol(std::string_view name, const Value& value) {
     if (IsEmpty(value)) return;
     SymbolTable& symbols = *pSymbols;
-    symbols.SetVariable(name, value);
-    if (symbols.Index() < 0)
+    const int slot = symbols.SetVariable(name, value);
+    if (slot < 0)
         throw RunFailure("symbol table full: more than " + std::to_string(SymbolTable::SlotCount) +
                          " symbols");
-    symbols.SetPass(pState.CurrentPass);
-    RecordDefinition("set");
+    symbols.SetPass(slot, pState.CurrentPass);
+    RecordDefinition(slot, "set");
 }
 
 } // namespace trident

@@ -14,7 +14,7 @@ bool InstructionHandler::EncodeInstruction(Assembly& run, Statement& statement) 
     statement.Category = LineCategory::Instruction;
     MarkProcessor(run, statement, row);
     StatementMemo* memo = statement.Memo;
-    if (memo && memo->Emitted().Kept() && run.Evaluator().KeepsResults()) {
+    if (memo && memo->Emitted().Kept()) {
         EmitAgain(run, statement, memo->Emitted());
         return true;
     }
@@ -58,7 +58,7 @@ inline void InstructionHandler::EncodeAndKeep(Assembly& run, Statement& statemen
         return;
     }
     log.SetTrailingBlank(!statement.BytesText.empty() && statement.BytesText.back() == ' ');
-    if (run.ChangeableEvents() == events && run.Evaluator().KeepsResults()) kept = log;
+    if (run.ChangeableEvents() == events) kept = log;
 }
 
 // What the encoding did, done again: the index registers noted (their

@@ -1,10 +1,7 @@
 #include "expression/ErrorList.h"
 
-#include "expression/CharTests.h"
-
 #include <algorithm>
 #include <array>
-#include <limits>
 #include <utility>
 
 namespace trident {
@@ -20,7 +17,6 @@ struct ErrorMessage {
 // spelling included.
 constexpr std::array kMessages{
     ErrorMessage{-12, "Non Standard Quote"},
-    ErrorMessage{-11, "Implementation Forced to 32 bit signed integer"},
     ErrorMessage{-10, "Conversion to Signed 32 bit integer"},
     ErrorMessage{-9, "Conversion to Signed 24 bit integer"},
     ErrorMessage{-8, "Conversion to Signed 16 bit integer"},
@@ -56,84 +52,23 @@ constexpr std::array kMessages{
     ErrorMessage{25, "MismatchedOpenAndCloseQuotes"},
     ErrorMessage{26, "Non Existant Variable"},
     ErrorMessage{27, "Unable To Add Variable"},
-    ErrorMessage{28, "Invalid Precedence"},
-    ErrorMessage{29, "Invalid Precision"},
     ErrorMessage{30, "Implementation Error"},
 };
 
-constexpr char kReaderSplit = '~';
-
-// The number at the start of a text, read the lenient way: leading blanks
-// skipped, an optional sign, then decimal digits up to the first other
-// character; 0 when there are none.
-std::int32_t LeadingNumber(std::string_view text) {
-    std::size_t i = 0;
-    while (i < text.size() && IsBlank(text[i])) ++i;
-    bool negative = false;
-    if (i < text.size() && (text[i] == '-' || text[i] == '+')) negative = text[i++] == '-';
-    std::int64_t value = 0;
-    for (; i < text.size() && expr::IsDecimalDigit(text[i]); ++i) {
-        value = std::min<std::int64_t>(value * 10 + (text[i] - '0'),
-                                       std::numeric_limits<std::int32_t>::max());
-    }
-    return static_cast<std::int32_t>(negative ? -value : value);
-}
-
-// The two leading fields of a text split at a character; the second is
-// empty when the character does not occur.
-std::pair<std::string_view, std::string_view> SplitFields(std::string_view text, char at) {
-    const std::size_t first = text.find(at);
-    if (first == std::string_view::npos) return {text, {}};
-    std::string_view rest = text.substr(first + 1);
-    return {text.substr(0, first), rest.substr(0, rest.find(at))};
-}
+constexpr char kCut = '\x7f';
 
 } // namespace
 
 void ErrorList::AddError(EvalError code, std::string_view extra) {
-    const auto number = static_cast<std::int32_t>(code);
-    // A blank stands where a negative code has its minus sign.
-    std::string entry = number < 0 ? "" : " ";
-    entry += std::to_string(number);
-    entry += Separator;
-    entry += extra;
-    pEntries.push_back(std::move(entry));
-    pError = 1;
+    pFaults.push_back({code, std::string(extra)});
 }
 
 std::int32_t ErrorList::GetNextError() {
-    if (pEntries.empty()) {
-        pError = 0;
-        return 0;
-    }
-    const std::string entry = std::move(pEntries.front());
-    pEntries.pop_front();
-    const auto [code, extra] = SplitFields(entry, Separator);
-    pError = LeadingNumber(code);
-    pExtra = extra;
-    return pError;
-}
-
-// Deliberately split at "~" rather than at the recording separator: an entry
-// whose extra string holds no "~" therefore yields its message alone, and an
-// extra string with a "~" contributes only the text after it.
-std::string ErrorList::GetNextErrorStr() {
-    if (pEntries.empty()) {
-        pError = 0;
-        return ErrorString(0);
-    }
-    const std::string entry = std::move(pEntries.front());
-    pEntries.pop_front();
-    const auto [code, extra] = SplitFields(entry, kReaderSplit);
-    pError = LeadingNumber(code);
-    pExtra = extra;
-    if (pExtra.empty()) return ErrorString(pError);
-    return pExtra + " ~ " + ErrorString(pError);
-}
-
-void ErrorList::ClearAllErrors() {
-    pEntries.clear();
-    pError = 0;
+    if (pFaults.empty()) return 0;
+    const Fault fault = std::move(pFaults.front());
+    pFaults.pop_front();
+    pExtra = fault.Extra.substr(0, fault.Extra.find(kCut));
+    return static_cast<std::int32_t>(fault.Code);
 }
 
 std::string ErrorList::ErrorString(std::int32_t code) {

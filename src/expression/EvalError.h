@@ -10,7 +10,6 @@ namespace trident {
 // change.
 enum class EvalError : std::int32_t {
     NonStandardQuote = -12,
-    ForcedToSigned32 = -11,
     ToSigned32 = -10,
     ToSigned24 = -9,
     ToSigned16 = -8,
@@ -46,8 +45,6 @@ enum class EvalError : std::int32_t {
     MismatchedQuotes = 25,
     NonExistentVariable = 26,
     UnableToAddVariable = 27,
-    InvalidPrecedence = 28,
-    InvalidPrecision = 29,
     ImplementationError = 30,
 };
 

@@ -28,14 +28,6 @@ class SymbolTable;
 //   name look-up.
 // - DRG, the angle unit of the trigonometric functions, is Radians by
 //   default, the unit of deg2rad's result and of the standard library.
-// - Precedence 0 (default) orders operators by their six levels; 1 applies
-//   them strictly left to right. Any other value records "Invalid
-//   Precedence" at each evaluation and orders by levels.
-// - Precision 0 (default) and 1 keep results as computed; 2 truncates a
-//   number toward zero (warning -2 when a fraction is dropped); 3 forces it
-//   into the signed 32-bit range, truncated and wrapped around (warning -11
-//   when that changes it); 4 makes every number a double. Any other value
-//   records "Invalid Precision" and keeps the result as computed.
 //
 // An assembly evaluates the operands of every statement in each pass, so
 // each text is translated once into a program (see ExpressionProgram.h)
@@ -48,18 +40,12 @@ class ExpressionEvaluator {
     ExpressionEvaluator(const ExpressionEvaluator&) = delete;
     ExpressionEvaluator& operator=(const ExpressionEvaluator&) = delete;
 
-    void SetExpression(std::string_view text) { pExpression = text; }
-    const std::string& Expression() const { return pExpression; }
-
-    // Evaluates Expression; the value is also kept as Result. Empty when the
-    // expression is malformed or uses a name without a value.
-    Value Evaluate();
-    // Sets Expression to text and evaluates it.
+    // The value of `text`; empty when the expression is malformed or uses a
+    // name without a value.
     Value Evaluate(std::string_view text);
     // Evaluates `text` through the program that `handle` remembers for it,
     // translating or finding it only when the handle does not hold; the
-    // caller keeps the handle with the text. Expression and Result are left
-    // as they were.
+    // caller keeps the handle with the text.
     Value Evaluate(std::string_view text, ProgramHandle& handle);
     // As Evaluate(text, handle), the result without a copy where there is
     // one to refer to (the constant of a one-constant program, the stored
@@ -67,28 +53,14 @@ class ExpressionEvaluator {
     // until the symbol table changes.
     const Value& EvaluateInPlace(std::string_view text, ProgramHandle& handle);
     // Whether `handle` holds a program that is one constant: evaluating its
-    // text gives that constant, without a fault, while KeepsResults.
+    // text gives that constant, without a fault.
     bool IsConstant(const ProgramHandle& handle) const;
-    // Whether the settings leave results as they are computed: a valid
-    // Precedence, and Precision 0 or 1.
-    bool KeepsResults() const {
-        return (pPrecedence == kLevelOrder || pPrecedence == kLeftToRightOrder) &&
-               (pPrecision == 0 || pPrecision == 1);
-    }
-    Value Result() const { return pResult; }
-
     // The symbol table that names are looked up in; not owned, may be unset.
     void SetVariables(SymbolTable* variables);
-    SymbolTable* Variables() const { return pVariables; }
 
     bool CaseSensitive() const { return pCaseSensitive; }
     void SetCaseSensitive(bool caseSensitive) { pCaseSensitive = caseSensitive; }
-    AngleUnit DRG() const { return pAngleUnit; }
     void SetDRG(AngleUnit unit) { pAngleUnit = unit; }
-    std::int16_t Precedence() const { return pPrecedence; }
-    void SetPrecedence(std::int16_t precedence) { pPrecedence = precedence; }
-    std::int16_t Precision() const { return pPrecision; }
-    void SetPrecision(std::int16_t precision) { pPrecision = precision; }
 
     // Literal conversions, also used by the directives outside expressions;
     // their faults go to the same error list.
@@ -98,25 +70,12 @@ class ExpressionEvaluator {
 
     // The error list.
     static std::string ErrorString(std::int32_t code) { return ErrorList::ErrorString(code); }
-    std::int32_t Error() const { return pErrors.Error(); }
     std::int32_t GetNextError() { return pErrors.GetNextError(); }
-    std::string GetNextErrorStr() { return pErrors.GetNextErrorStr(); }
     std::string ExtraErrorString() const { return pErrors.ExtraErrorString(); }
-    void ClearAllErrors() { pErrors.ClearAllErrors(); }
-    void ErrorClear() { pErrors.ErrorClear(); }
     std::int16_t ErrorCount() const { return pErrors.ErrorCount(); }
 
   private:
-    static constexpr std::int16_t kLevelOrder = 0;
-    static constexpr std::int16_t kLeftToRightOrder = 1;
-
-    // The operator order of a Precedence setting (an invalid one reads as
-    // the levels).
-    static expr::OperatorOrder OrderOf(std::int16_t precedence);
-    // The operator order of the Precedence setting; an invalid setting is
-    // recorded at every evaluation.
-    expr::OperatorOrder Order();
-    expr::Program& ProgramFor(std::string_view text, expr::OperatorOrder order);
+    expr::Program& ProgramFor(std::string_view text);
     Value Run(expr::Program& program);
     bool RunStep(const expr::Step& step, expr::Program& program);
     Value LookUpName(SymbolName& name);
@@ -124,21 +83,14 @@ class ExpressionEvaluator {
     const Value* LookUpNameInPlace(SymbolName& name);
     expr::Program& ProgramOf(std::string_view text, ProgramHandle& handle);
     bool Holds(const ProgramHandle& handle) const;
-    void ApplyPrecision(Value& value);
 
-    std::string pExpression;
-    Value pResult;
     SymbolTable* pVariables = nullptr;
     bool pCaseSensitive = true;
     AngleUnit pAngleUnit = AngleUnit::Radians;
-    std::int16_t pPrecedence = 0;
-    std::int16_t pPrecision = 0;
     ErrorList pErrors;
     expr::ExpressionParser pParser;
-    // The programs of the texts met so far, for the operator order they were
-    // translated with.
+    // The programs of the texts met so far.
     expr::ProgramCache pPrograms;
-    expr::OperatorOrder pProgramsOrder = expr::OperatorOrder::Levels;
     // The program of a text that no longer fits among the kept ones.
     expr::Program pUnkeptProgram;
     // The result of EvaluateInPlace when there is nothing to refer to.

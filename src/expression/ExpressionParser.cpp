@@ -39,9 +39,8 @@ Value ConvertLiteral(std::string_view text, ErrorList& errors) {
     return EvalNumber(text, errors);
 }
 
-void ExpressionParser::Compile(std::string_view text, OperatorOrder order, Program& program) {
+void ExpressionParser::Compile(std::string_view text, Program& program) {
     pLexer = ExpressionLexer(text);
-    pOrder = order;
     pProgram = &program;
     program.Clear();
     pFrames.clear();
@@ -86,7 +85,7 @@ ExpressionParser::Stage ExpressionParser::OnOperator(const Token& token) {
         return CloseGroup();
     case TokenKind::Binary: {
         const BinaryOperator* op = FindBinaryOperator(token.Text);
-        ReduceWhileAtLeast(LevelOf(*op));
+        ReduceWhileAtLeast(op->Level);
         pFrames.push_back({FrameKind::Binary, op});
         return Stage::NeedOperand;
     }
@@ -171,17 +170,13 @@ void ExpressionParser::CompleteOperand() {
 
 void ExpressionParser::ReduceWhileAtLeast(int level) {
     while (!pFrames.empty() && pFrames.back().Kind == FrameKind::Binary &&
-           LevelOf(*pFrames.back().Binary) >= level) {
+           pFrames.back().Binary->Level >= level) {
         Step binary{StepKind::Binary};
         binary.Binary = pFrames.back().Binary;
         pProgram->Steps.push_back(binary);
         pFrames.pop_back();
         --pDepth;
     }
-}
-
-int ExpressionParser::LevelOf(const BinaryOperator& op) const {
-    return pOrder == OperatorOrder::Levels ? op.Level : kHighestLevel;
 }
 
 void ExpressionParser::Finish() {

@@ -14,12 +14,6 @@
 
 namespace trident::expr {
 
-// How binary operators of different levels are ordered.
-enum class OperatorOrder {
-    Levels,     // the six precedence levels, left to right within a level
-    LeftToRight // strictly left to right; only parentheses group
-};
-
 // The value of a literal operand: a number, a character constant or a
 // string, told apart by its first character.
 Value ConvertLiteral(std::string_view text, ErrorList& errors);
@@ -35,7 +29,7 @@ class ExpressionParser {
   public:
     // The program replaces whatever `program` held. The parser can be used
     // again and again; its stacks keep their storage between uses.
-    void Compile(std::string_view text, OperatorOrder order, Program& program);
+    void Compile(std::string_view text, Program& program);
 
   private:
     enum class Stage { NeedOperand, NeedOperator, Done, Failed };
@@ -58,11 +52,9 @@ class ExpressionParser {
     void EmitText(StepKind kind, EvalError fault, std::string_view text);
     void CompleteOperand();
     void ReduceWhileAtLeast(int level);
-    int LevelOf(const BinaryOperator& op) const;
     void Finish();
 
     ExpressionLexer pLexer{{}};
-    OperatorOrder pOrder = OperatorOrder::Levels;
     Program* pProgram = nullptr;
     std::vector<Frame> pFrames;
     // How many values the program's steps leave on the stack so far.

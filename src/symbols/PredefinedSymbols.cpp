@@ -27,8 +27,6 @@ struct Constant {
 struct Register {
     std::string_view Name;
     std::int16_t Code;
-    std::int32_t RegisterClass;
-    std::int32_t RegisterSet;
 };
 
 struct Opcode {
@@ -36,12 +34,9 @@ struct Opcode {
     std::int16_t Base;
 };
 
-enum class ConstantGroup : std::int32_t { Logic = 15, Mathematical = 16, IntegerLimits = 17 };
-
 constexpr std::int32_t ValueSymbol = 1;
 constexpr std::int32_t RegisterSymbol = 2;
 constexpr std::int32_t MnemonicSymbol = 3;
-constexpr std::int32_t PredefinedConstant = 14;
 
 constexpr std::array LogicConstants{
     Constant{"TRUE", NumberKind::Integer, -1},
@@ -71,17 +66,14 @@ constexpr std::array IntegerLimits{
     Constant{"MaxS32", NumberKind::Long, 2147483647},
 };
 
-// The value is the register's code in an instruction; the class tells the
-// encoder which operand positions it may fill; set 1 holds the 8080's
-// registers, set 2 the index registers.
+// The value is the register's code in an instruction.
 constexpr std::array Registers{
-    Register{"b", 0, 7, 1},   Register{"c", 1, 5, 1},   Register{"d", 2, 7, 1},
-    Register{"e", 3, 5, 1},   Register{"h", 4, 7, 1},   Register{"l", 5, 5, 1},
-    Register{"ixh", 4, 5, 2}, Register{"ixl", 5, 5, 2}, Register{"iyh", 4, 5, 2},
-    Register{"iyl", 5, 5, 2}, Register{"m", 6, 5, 1},   Register{"a", 7, 7, 1},
-    Register{"psw", 6, 6, 1}, Register{"bc", 0, 6, 1},  Register{"de", 2, 6, 1},
-    Register{"hl", 4, 6, 1},  Register{"sp", 6, 6, 1},  Register{"ix", 4, 6, 2},
-    Register{"iy", 4, 6, 2},  Register{"x", 4, 6, 2},   Register{"y", 4, 6, 2},
+    Register{"b", 0},   Register{"c", 1},   Register{"d", 2},   Register{"e", 3},
+    Register{"h", 4},   Register{"l", 5},   Register{"ixh", 4}, Register{"ixl", 5},
+    Register{"iyh", 4}, Register{"iyl", 5}, Register{"m", 6},   Register{"a", 7},
+    Register{"psw", 6}, Register{"bc", 0},  Register{"de", 2},  Register{"hl", 4},
+    Register{"sp", 6},  Register{"ix", 4},  Register{"iy", 4},  Register{"x", 4},
+    Register{"y", 4},
 };
 
 // xra carries 169 (A9) where its base opcode is 168; that is this
@@ -117,32 +109,26 @@ Value ToValue(const Constant& constant) {
 } // namespace
 
 void SymbolTable::LoadPreDefinedValues(std::int16_t group) {
-    const auto enterConstants = [this](std::span<const Constant> constants, ConstantGroup kind) {
-        for (const Constant& constant : constants) {
-            AddSymbol(constant.Name, ToValue(constant), ValueSymbol, PredefinedConstant,
-                      static_cast<std::int32_t>(kind), Value{}, false, -1);
-        }
+    const auto enterConstants = [this](std::span<const Constant> constants) {
+        for (const Constant& constant : constants)
+            AddSymbol(constant.Name, ToValue(constant), ValueSymbol, -1);
     };
     switch (group) {
     case 0:
-        enterConstants(LogicConstants, ConstantGroup::Logic);
+        enterConstants(LogicConstants);
         break;
     case 1:
-        enterConstants(MathematicalConstants, ConstantGroup::Mathematical);
+        enterConstants(MathematicalConstants);
         break;
     case 2:
-        enterConstants(IntegerLimits, ConstantGroup::IntegerLimits);
+        enterConstants(IntegerLimits);
         break;
     case 3:
-        for (const Register& reg : Registers) {
-            AddSymbol(reg.Name, reg.Code, RegisterSymbol, reg.RegisterClass, reg.RegisterSet,
-                      Value{std::string("NO")}, false, -1);
-        }
+        for (const Register& reg : Registers) AddSymbol(reg.Name, reg.Code, RegisterSymbol, -1);
         break;
     case 4:
-        for (const Opcode& opcode : Mnemonics) {
-            AddSymbol(opcode.Name, opcode.Base, MnemonicSymbol, 1, 0, Value{}, false, -1);
-        }
+        for (const Opcode& opcode : Mnemonics)
+            AddSymbol(opcode.Name, opcode.Base, MnemonicSymbol, -1);
         break;
     default:
         break;

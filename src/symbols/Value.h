@@ -21,10 +21,6 @@ inline bool IsString(const Value& value) {
     return std::holds_alternative<std::string>(value);
 }
 
-inline bool IsNumeric(const Value& value) {
-    return !IsEmpty(value) && !IsString(value);
-}
-
 // The numeric value as a double; nothing for an empty or string value.
 inline std::optional<double> AsNumber(const Value& value) {
     if (const auto* i16 = std::get_if<std::int16_t>(&value)) return *i16;

@@ -48,8 +48,9 @@ class SourceRun {
     // The numeric value of a symbol, or nothing when it is not defined.
     std::optional<double> Symbol(std::string_view name) {
         SymbolTable& symbols = pRun.Symbols();
-        if (!symbols.VariableExists(name)) return std::nullopt;
-        return AsNumber(symbols.SymVal()).value_or(-99999.0);
+        const int slot = symbols.SlotOf(name);
+        if (slot < 0) return std::nullopt;
+        return AsNumber(symbols.SymVal(slot)).value_or(-99999.0);
     }
     bool Defined(std::string_view name) { return pRun.Symbols().VariableExists(name); }
 

@@ -16,6 +16,7 @@ using test::Case;
 using test::Check;
 using test::Describe;
 using test::Drain;
+using test::ErrorEntry;
 using test::Errors;
 using test::Evaluated;
 
@@ -185,61 +186,22 @@ TEST(Evaluate, MalformedExpressionsAndInvalidOperations) {
     Check(cases, Evaluated);
 }
 
-// Precedence 1 evaluates strictly left to right; precision 2 forces whole
-// numbers where the value is small enough, 3 forces 32-bit signed integers
-// and 4 doubles. A constant of 200 characters lies beyond every double.
-TEST(Evaluate, PrecedenceAndPrecisionSettings) {
-    const std::string huge = "'" + std::string(200, 'x') + "'";
-    const struct {
-        std::int16_t Precedence;
-        std::int16_t Precision;
-        Case C;
-    } cases[] = {
-        {1, 0, {"2+3*4", "int 20"}},
-        {1, 0, {"2+(3*4)", "int 14"}},
-        {7, 0, {"2+3*4", "int 14", {{28, "7"}}}},
-        {0, 1, {"7\\2", "double 3.5"}},
-        {0, 2, {"7\\2", "int 3", {{-2, "3.5"}}}},
-        {0, 2, {"-7\\2", "int -3", {{-2, "-3.5"}}}},
-        {0, 2, {"1e12", "double 1000000000000"}},
-        {0, 3, {"&hFFFFFFFF", "int -1", {{-11, "4294967295"}}}},
-        {0, 3, {"1.5", "int 1", {{-11, "1.5"}}}},
-        {0, 3, {"2.0", "int 2"}},
-        {0, 3, {"\"s\"", "string s"}},
-        {0, 3, {huge, "int 0", {{-11, "inf"}}}},
-        {0, 4, {"7", "double 7"}},
-        {0, 4, {"7/2", "double 3"}},
-        {0, 5, {"7\\2", "double 3.5", {{29, "5"}}}},
-        {0, -1, {"1", "int 1", {{29, "-1"}}}},
-    };
-    for (const auto& [precedence, precision, c] : cases) {
-        Check(std::span(&c, 1), [&](ExpressionEvaluator& evaluator, const std::string& text) {
-            evaluator.SetPrecedence(precedence);
-            evaluator.SetPrecision(precision);
-            return Evaluated(evaluator, text);
-        });
-    }
-}
-
 TEST(Evaluate, ErrorsAccumulateUntilDrained) {
     ExpressionEvaluator evaluator;
     evaluator.Evaluate("1/0");
-    evaluator.SetExpression("2+2");
-    EXPECT_EQ(Describe(evaluator.Evaluate()), "int 4");
-    EXPECT_EQ(Describe(evaluator.Result()), "int 4");
-    evaluator.Evaluate("1+");
-    EXPECT_EQ(Describe(evaluator.Result()), "empty");
-    EXPECT_EQ(evaluator.GetNextErrorStr(), "Invalid Math Operation");
-    EXPECT_EQ(evaluator.Error(), 11);
-    EXPECT_EQ(evaluator.GetNextErrorStr(), "Missing Operand");
-    EXPECT_EQ(evaluator.GetNextErrorStr(), "No Error");
-    EXPECT_EQ(evaluator.Error(), 0);
+    EXPECT_EQ(Describe(evaluator.Evaluate("2+2")), "int 4");
+    EXPECT_EQ(Describe(evaluator.Evaluate("1+")), "empty");
+    const Errors drained = Drain(evaluator);
+    ASSERT_EQ(drained.size(), 2u);
+    EXPECT_EQ(drained[0].first, 11);
+    EXPECT_EQ(drained[1], (ErrorEntry{8, ""}));
+    EXPECT_EQ(evaluator.GetNextError(), 0);
 }
 
 // A text evaluated again, from the evaluator's own store or from a handle
 // the caller keeps, gives what evaluating it anew would give, whatever
-// changed in between: the settings, or the programs the evaluator keeps.
-TEST(Evaluate, HandlesFollowTheSettingsAndTheKeptPrograms) {
+// changed in between in the programs the evaluator keeps.
+TEST(Evaluate, HandlesFollowTheKeptPrograms) {
     ExpressionEvaluator evaluator;
     ProgramHandle product;
     ProgramHandle seven;
@@ -249,20 +211,6 @@ TEST(Evaluate, HandlesFollowTheSettingsAndTheKeptPrograms) {
     EXPECT_EQ(Describe(evaluator.Evaluate("7", seven)), "int 7");
     EXPECT_TRUE(evaluator.IsConstant(seven));
     EXPECT_FALSE(evaluator.IsConstant(product));
-    evaluator.SetPrecedence(1); // drops the kept programs
-    EXPECT_FALSE(evaluator.IsConstant(seven));
-    EXPECT_EQ(Describe(evaluator.Evaluate("2+3*4")), "int 20");
-    EXPECT_EQ(Describe(evaluator.Evaluate("2+3*4", product)), "int 20");
-    evaluator.SetPrecision(4);
-    EXPECT_FALSE(evaluator.KeepsResults());
-    EXPECT_EQ(Describe(evaluator.Evaluate("7", seven)), "double 7");
-    evaluator.SetPrecision(0);
-    evaluator.SetPrecedence(9);
-    EXPECT_FALSE(evaluator.KeepsResults());
-    EXPECT_EQ(Describe(evaluator.Evaluate("7", seven)), "int 7");
-    EXPECT_EQ(Drain(evaluator), (Errors{{28, "9"}}));
-    evaluator.SetPrecedence(0);
-    EXPECT_TRUE(evaluator.KeepsResults());
 
     SymbolTable table;
     table.SetVariable("seven", std::int32_t{7});
