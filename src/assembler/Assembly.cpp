@@ -2,14 +2,12 @@
 
 #include "assembler/LineScanner.h"
 #include "assembler/RunFailure.h"
-#include "assembler/StatementHandlers.h"
 #include "base/Text.h"
 #include "encoder/OpcodeTableError.h"
 #include "macros/MacroText.h"
 #include "output/HexText.h"
 
 #include <algorithm>
-#include <bit>
 #include <cmath>
 #include <cstdio>
 #include <limits>
@@ -20,8 +18,7 @@ namespace trident {
 Assembly::Assembly(FrontEnd* frontEnd)
     : pFrontEnd(frontEnd ? *frontEnd : pSilentFrontEnd), pListing(pState, pFrontEnd),
       pSymbols(std::make_unique<SymbolTable>()),
-      pEvaluator(std::make_unique<ExpressionEvaluator>()), pMacros(std::make_unique<MacroTable>()),
-      pHandlers(MakeStatementHandlers()) {
+      pEvaluator(std::make_unique<ExpressionEvaluator>()), pMacros(std::make_unique<MacroTable>()) {
     pEvaluator->SetVariables(pSymbols.get());
 }
 
@@ -145,17 +142,21 @@ void Assembly::StartPass(std::int16_t pass, const std::filesystem::path& source)
     pLinePrepared = {};
     pNextStatement = 0;
     pLineFromMainFile = false;
-    for (auto& handler : pHandlers) handler->StartPass(*this);
+    pMacroBlocks.StartPass(*this);
+    pConditionals.Reset();
+    // Every pass starts in radians, so that all passes evaluate alike.
+    pEvaluator->SetDRG(AngleUnit::Radians);
+    pState.ZilogNotation = pState.Options.ZilogMnemonics;
 
     // The main file is read from disk and its lines are cut into statements
     // once an assembly; every later pass reads it from the top.
     if (pass == 1 || !pMainFile || pMainFile->Name() != source.string()) {
         pMainFile = SourceFile::Open(source);
         if (!pMainFile) throw RunFailure("cannot read the source file " + source.string());
-        pMainLines.Load(*pMainFile, pState.Options.StripParity, pDispatchIndex);
+        pMainLines.Load(*pMainFile, pState.Options.StripParity);
     } else if (pMainLines.StrippedParity() != pState.Options.StripParity) {
         // The parity option changed since the lines were cut.
-        pMainLines.Load(*pMainFile, pState.Options.StripParity, pDispatchIndex);
+        pMainLines.Load(*pMainFile, pState.Options.StripParity);
     } else {
         pMainFile->Rewind();
     }
@@ -347,12 +348,10 @@ inline void Assembly::PrepareStatement(const SourceStatement& fields,
     if (kept) {
         pStatement.Memo = &kept->Memo;
         pStatement.Keyword = kept->Keyword;
-        pStatementSteps = kept->Steps;
         return;
     }
     pStatement.Memo = nullptr;
     pStatement.Keyword = LowerCaseKeyword(fields.Operation);
-    pStatementSteps = pDispatchIndex.StepsFor(pStatement.Keyword);
 }
 
 // Most operation words are written in lower case and serve as they stand.
@@ -365,18 +364,7 @@ std::string_view Assembly::LowerCaseKeyword(std::string_view operation) {
 
 inline void Assembly::Dispatch(Statement& statement) {
     const bool skipping = pState.Skipping;
-    bool accepted = false;
-    DispatchIndex::StepSet steps = pStatementSteps;
-    if (statement.Operation.empty()) steps &= pDispatchIndex.ForEmptyOperations();
-    while (steps != 0) {
-        const int i = std::countr_zero(steps);
-        steps &= steps - 1;
-        if (pState.Skipping && (pDispatchIndex.WhileSkipping() >> i & 1) == 0) continue;
-        if (pHandlers[static_cast<std::size_t>(i)]->Handle(*this, statement)) {
-            accepted = true;
-            break;
-        }
-    }
+    const bool accepted = Execute(statement);
     if (skipping) return;
     if (!accepted && !statement.Operation.empty())
         ListError("Invalid Directive, Operation or Macro", statement.Operation);

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "assembler/ConditionalStack.h"
-#include "assembler/DispatchIndex.h"
 #include "assembler/FrontEnd.h"
 #include "assembler/Listing.h"
 #include "assembler/ListingReports.h"
@@ -13,11 +12,12 @@
 #include "assembler/SourcePlace.h"
 #include "assembler/SourceStatement.h"
 #include "assembler/Statement.h"
-#include "assembler/StatementHandler.h"
 #include "assembler/StatementMemo.h"
 #include "encoder/OpcodeTable.h"
+#include "encoder/ZilogHandler.h"
 #include "expression/ExpressionEvaluator.h"
 #include "macros/ExpansionLevel.h"
+#include "macros/MacroProcessor.h"
 #include "macros/MacroTable.h"
 #include "output/ObjectOutputs.h"
 #include "symbols/SymbolTable.h"
@@ -88,6 +88,8 @@ class Assembly {
     // by name (the location counter "$" left out).
     std::vector<ListingReports::SymbolRow> SymbolReport();
     MacroTable& Macros() { return *pMacros; }
+    // The collection of macro and repeat bodies, and macro calls.
+    MacroProcessor& MacroBlocks() { return pMacroBlocks; }
 
     // --- Services for the statement handlers -------------------------------
     void ListError(std::string_view message, std::string_view detail, bool force = false);
@@ -172,6 +174,9 @@ class Assembly {
     void PrepareStatement(const SourceStatement& fields, MainFileLines::Prepared* kept);
     std::string_view LowerCaseKeyword(std::string_view operation);
     void Dispatch(Statement& statement);
+    // Executes the statement by the first rule that takes it; false when
+    // none does.
+    bool Execute(Statement& statement);
     void RecomputeListThisLine();
     // What a kept statement remembers of the operand that holds `text`, its
     // evaluated text, or nullptr.
@@ -237,8 +242,8 @@ class Assembly {
     std::set<std::string, std::less<>> pPlaceFiles;
     const std::string* pPlaceFile = nullptr;
     std::uint64_t pPlaceFileVersion = 0;
-    std::vector<std::unique_ptr<StatementHandler>> pHandlers;
-    DispatchIndex pDispatchIndex{pHandlers};
+    MacroProcessor pMacroBlocks;
+    ZilogHandler pZilog;
 
     std::optional<SourceFile> pMainFile;
     std::vector<SourceFile> pIncludeFiles;
@@ -258,7 +263,6 @@ class Assembly {
     std::size_t pNextStatement = 0;
     // The lower-cased operation word of a statement not kept from pass 1.
     std::string pKeywordText;
-    DispatchIndex::StepSet pStatementSteps = 0;
     SourcePosition pLinePosition;
     // Bumped whenever the line position's file or macro name changes, so
     // that statements copy the names only then.

@@ -51,12 +51,11 @@ void MainFileLines::Reserve(std::string_view text) {
     pOperands.reserve(2 * lines);
 }
 
-void MainFileLines::Load(SourceFile& file, bool stripParity, const DispatchIndex& steps) {
+void MainFileLines::Load(SourceFile& file, bool stripParity) {
     Clear();
     pStrippedParity = stripParity;
     file.Rewind();
     Reserve(file.Text());
-    const DispatchIndex::StepSet noWordSteps = steps.StepsFor({});
     while (!file.AtEnd()) {
         std::string_view line = file.ReadSourceLine();
         if (stripParity) {
@@ -68,9 +67,7 @@ void MainFileLines::Load(SourceFile& file, bool stripParity, const DispatchIndex
         const std::size_t count = Cut(line);
         pLines.push_back({first, static_cast<std::uint32_t>(count), file.Position()});
         for (const SourceStatement& statement : std::span(pStatements).subspan(first, count)) {
-            Prepared& prepared = pPrepared.emplace_back(statement.Operation.empty()
-                                                            ? Prepared{{}, noWordSteps, {}}
-                                                            : Prepare(statement.Operation, steps));
+            Prepared& prepared = pPrepared.emplace_back(Prepare(statement.Operation));
             if (statement.OperandCount > 0 && !statement.TooManyOperands)
                 prepared.Memo.KeepOperands(pOperandMemos.Take(statement.OperandCount));
         }
@@ -92,13 +89,12 @@ std::size_t MainFileLines::Cut(std::string_view line) {
     }
 }
 
-inline MainFileLines::Prepared MainFileLines::Prepare(std::string_view operation,
-                                                      const DispatchIndex& steps) {
+inline MainFileLines::Prepared MainFileLines::Prepare(std::string_view operation) {
     // Most sources write operation words in lower case already.
     std::string_view keyword = operation;
     if (std::any_of(operation.begin(), operation.end(), IsUpperAscii))
         keyword = pTexts.emplace_back(LowerCase(operation));
-    return {keyword, steps.StepsFor(keyword), {}};
+    return {keyword, {}};
 }
 
 void MainFileLines::RethrowCutFailure(std::size_t index) const {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "assembler/DispatchIndex.h"
 #include "assembler/OperandMemoStore.h"
 #include "assembler/SourceFile.h"
 #include "assembler/SourceStatement.h"
@@ -22,23 +21,21 @@ namespace trident {
 // Every pass reads the main file from its first line, and the text does not
 // change during an assembly, so the passes take a line's statements from
 // here instead of scanning the line. A statement's operands, its
-// lower-case operation word and its dispatch steps are worked out once, too.
+// lower-case operation word is worked out once, too.
 class MainFileLines {
   public:
     // What preparing a statement needs besides its fields, one for every
     // kept statement.
     struct Prepared {
         std::string_view Keyword;
-        DispatchIndex::StepSet Steps = 0;
         // What the handlers work out for the statement, for every pass.
         StatementMemo Memo;
     };
 
-    // Cuts every line of `file` (which is left at its first line), prepared
-    // for the dispatch `steps`. The kept statements are views into the
-    // file's text, which must outlive them; with parity stripping, into
-    // stripped copies of the lines.
-    void Load(SourceFile& file, bool stripParity, const DispatchIndex& steps);
+    // Cuts every line of `file` (which is left at its first line). The kept statements are views
+    // into the file's text, which must outlive them; with parity stripping, into stripped copies of
+    // the lines.
+    void Load(SourceFile& file, bool stripParity);
     void Clear();
     // Whether the kept lines had their parity bits stripped.
     bool StrippedParity() const { return pStrippedParity; }
@@ -75,7 +72,7 @@ class MainFileLines {
     // Scans a line into the kept statements and returns their number, or
     // keeps the line's failure and returns 0.
     std::size_t Cut(std::string_view line);
-    Prepared Prepare(std::string_view operation, const DispatchIndex& steps);
+    Prepared Prepare(std::string_view operation);
 
     // Stripped lines and lower-cased words that differ from the text: the
     // elements of a deque never move, so views into them stay valid.
