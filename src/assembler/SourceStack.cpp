@@ -40,13 +40,6 @@ std::optional<SourceFile> FindSourceFile(std::string_view name, std::string_view
 
 } // namespace
 
-// A macro library is read in pass 1 only; while it is, its lines (and their
-// diagnostics) are listed when the user asked for library listings.
-void RecomputeListThisLine(RunState& state) {
-    state.ListThisLine =
-        state.MaclibOpen ? state.Options.ListMacLibs : state.CurrentPass == 0 && state.ListingOn;
-}
-
 void SourceStack::StartPass(std::int16_t pass, const std::filesystem::path& source) {
     pExpansions.clear();
     pIncludeFiles.clear();
@@ -90,25 +83,13 @@ void SourceStack::CloseMainFile() {
 
 // A repeat level with iterations left starts its text again instead of
 // being left.
-bool SourceStack::MoreInput() {
+void SourceStack::LeaveFinishedExpansions() {
     while (!pExpansions.empty() && pExpansions.back().UsedUp() &&
            !pExpansions.back().StartNextIteration())
         pExpansions.pop_back();
-    return pState.MaclibOpen || !pExpansions.empty() || !pIncludeFiles.empty() ||
-           (pMainFile && !pMainFile->AtEnd());
 }
 
-SourceStack::Next SourceStack::TakeStatement() {
-    const std::size_t index = pNextStatement++;
-    return {pStatements[index], pKeywords[index], pPrepared.empty() ? nullptr : &pPrepared[index]};
-}
-
-void SourceStack::ReadNextLine() {
-    pNextStatement = 0;
-    if (pExpansions.empty() && !pState.MaclibOpen && pIncludeFiles.empty()) {
-        TakeMainLine();
-        return;
-    }
+void SourceStack::PrepareOtherLine() {
     pPrepared = {};
     pLineFromMainFile = false;
     ReadOtherLine();

@@ -45,9 +45,20 @@ class SourceStack {
     // Whether the line under way has no statements left.
     bool LineDone() const { return pNextStatement >= pStatements.size(); }
     // Leaves used-up expansions; false when no source has lines left.
-    bool MoreInput();
+    bool MoreInput() {
+        if (!pExpansions.empty()) LeaveFinishedExpansions();
+        return pState.MaclibOpen || !pExpansions.empty() || !pIncludeFiles.empty() ||
+               (pMainFile && !pMainFile->AtEnd());
+    }
     // Reads and prepares the next line. A failure leaves Position() at it.
-    void ReadNextLine();
+    void ReadNextLine() {
+        pNextStatement = 0;
+        // Most lines come from the main file, whose lines are kept.
+        if (pExpansions.empty() && !pState.MaclibOpen && pIncludeFiles.empty())
+            TakeMainLine();
+        else
+            PrepareOtherLine();
+    }
     // The next statement of the line, its lower-case word, and what is kept
     // of it (main-file statements only, else nullptr).
     struct Next {
@@ -55,7 +66,11 @@ class SourceStack {
         std::string_view Keyword;
         MainFileLines::Prepared* Kept;
     };
-    Next TakeStatement();
+    Next TakeStatement() {
+        const std::size_t index = pNextStatement++;
+        return {pStatements[index], pKeywords[index],
+                pPrepared.empty() ? nullptr : &pPrepared[index]};
+    }
     // The operand list that the statements' FirstOperand counts in.
     std::span<const std::string_view> Operands() const { return pOperands; }
 
@@ -71,7 +86,9 @@ class SourceStack {
     void PushExpansion(ExpansionLevel level);
 
   private:
+    void LeaveFinishedExpansions();
     void TakeMainLine();
+    void PrepareOtherLine();
     void ReadOtherLine();
     void ReadFromMaclib();
     void ReadFromInclude();
@@ -102,9 +119,13 @@ class SourceStack {
     bool pLineFromMainFile = false;
 };
 
-// Whether the statement under way is listed: a macro library's lines when
-// the user asked for them, else every line of the final pass while the
-// listing is on.
-void RecomputeListThisLine(RunState& state);
+// Whether the statement under way is listed: a macro library is read in
+// pass 1 only, and its lines (and their diagnostics) are listed when the
+// user asked for library listings; else every line of the final pass while
+// the listing is on.
+inline void RecomputeListThisLine(RunState& state) {
+    state.ListThisLine =
+        state.MaclibOpen ? state.Options.ListMacLibs : state.CurrentPass == 0 && state.ListingOn;
+}
 
 } // namespace trident
