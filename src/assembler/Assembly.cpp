@@ -2,14 +2,11 @@
 
 #include "assembler/LineScanner.h"
 #include "assembler/RunFailure.h"
-#include "assembler/StatementHandlers.h"
 #include "base/Text.h"
 #include "encoder/OpcodeTableError.h"
-#include "macros/MacroText.h"
 #include "output/HexText.h"
 
 #include <algorithm>
-#include <bit>
 #include <cmath>
 #include <cstdio>
 #include <limits>
@@ -20,8 +17,7 @@ namespace trident {
 Assembly::Assembly(FrontEnd* frontEnd)
     : pFrontEnd(frontEnd ? *frontEnd : pSilentFrontEnd), pListing(pState, pFrontEnd),
       pSymbols(std::make_unique<SymbolTable>()),
-      pEvaluator(std::make_unique<ExpressionEvaluator>()), pMacros(std::make_unique<MacroTable>()),
-      pHandlers(MakeStatementHandlers()) {
+      pEvaluator(std::make_unique<ExpressionEvaluator>()), pMacros(std::make_unique<MacroTable>()) {
     pEvaluator->SetVariables(pSymbols.get());
 }
 
@@ -96,10 +92,7 @@ bool Assembly::LoadOpcodeTable() {
 bool Assembly::RunPass(std::int16_t pass, const std::filesystem::path& source) {
     StartPass(pass, source);
     while (!pState.EndSeen && !pState.StopRequested && !pState.TerminalStop) {
-        if (pNextStatement >= pLineStatements.size()) {
-            LeaveFinishedExpansions();
-            if (!MoreInput()) break;
-        }
+        if (pSources.LineDone() && !pSources.MoreInput()) break;
         ProcessStatement();
         pFrontEnd.Yield();
     }
@@ -119,11 +112,6 @@ void Assembly::StartPass(std::int16_t pass, const std::filesystem::path& source)
     pState.AnotherPassNeeded = false;
     pState.UnresolvedDefinition = false;
     pState.Skipping = false;
-    pExpansions.clear();
-    pIncludeFiles.clear();
-    pMaclib.reset();
-    pState.MaclibOpen = false;
-    pState.IncludeDepth = 0;
     pState.LinesReadFromFile = 0;
     pState.ExpandedMacroLines = 0;
     pState.TotalLines = 0;
@@ -140,65 +128,29 @@ void Assembly::StartPass(std::int16_t pass, const std::filesystem::path& source)
     pOutputs.KeepColours(pState.Options.ColourRuns);
     pListing.Text().KeepColours(pState.Options.ColourRuns);
     pOutputs.StartPass(pass == 0);
-    pLineStatements = {};
-    pLineOperands = {};
-    pLinePrepared = {};
-    pNextStatement = 0;
-    pLineFromMainFile = false;
-    for (auto& handler : pHandlers) handler->StartPass(*this);
+    pMacroBlocks.StartPass(*this);
+    pConditionals.Reset();
+    // Every pass starts in radians, so that all passes evaluate alike.
+    pEvaluator->SetDRG(AngleUnit::Radians);
+    pState.ZilogNotation = pState.Options.ZilogMnemonics;
 
     // The main file is read from disk and its lines are cut into statements
     // once an assembly; every later pass reads it from the top.
-    if (pass == 1 || !pMainFile || pMainFile->Name() != source.string()) {
-        pMainFile = SourceFile::Open(source);
-        if (!pMainFile) throw RunFailure("cannot read the source file " + source.string());
-        pMainLines.Load(*pMainFile, pState.Options.StripParity, pDispatchIndex);
-    } else if (pMainLines.StrippedParity() != pState.Options.StripParity) {
-        // The parity option changed since the lines were cut.
-        pMainLines.Load(*pMainFile, pState.Options.StripParity, pDispatchIndex);
-    } else {
-        pMainFile->Rewind();
-    }
+    pSources.StartPass(pass, source);
     // A listing is somewhat longer than its source: its room is made once.
     // (Memory reserved but never written costs nothing.)
-    if (pass == 0) pListing.Text().Reserve(pListing.Text().Size() + 2 * pMainFile->Text().size());
+    if (pass == 0) pListing.Text().Reserve(pListing.Text().Size() + 2 * pSources.MainTextSize());
 }
 
 void Assembly::EndPass() {
     if (!pState.TerminalStop) FinishOutputs();
     // The main file stays open for the next pass.
-    pIncludeFiles.clear();
-    pMaclib.reset();
-    pState.MaclibOpen = false;
-    pState.IncludeDepth = 0;
+    pSources.EndPass();
 }
 
 void Assembly::CloseMainFile() {
     pStatement.Memo = nullptr;
-    pMainLines.Clear();
-    pLineStatements = {};
-    pLineOperands = {};
-    pLinePrepared = {};
-    pMainFile.reset();
-}
-
-bool Assembly::MoreInput() const {
-    return pState.MaclibOpen || !pExpansions.empty() || !pIncludeFiles.empty() ||
-           (pMainFile && !pMainFile->AtEnd());
-}
-
-// A repeat level with iterations left starts its text again instead.
-void Assembly::LeaveFinishedExpansions() {
-    while (!pExpansions.empty() && pExpansions.back().UsedUp() &&
-           !pExpansions.back().StartNextIteration())
-        pExpansions.pop_back();
-}
-
-// A macro library is read in pass 1 only; while it is, its lines (and their
-// diagnostics) are listed when the user asked for library listings.
-void Assembly::RecomputeListThisLine() {
-    pState.ListThisLine = pState.MaclibOpen ? pState.Options.ListMacLibs
-                                            : pState.CurrentPass == 0 && pState.ListingOn;
+    pSources.CloseMainFile();
 }
 
 // ProcessStatement, PrepareStatement and Dispatch run for every statement of
@@ -206,177 +158,61 @@ void Assembly::RecomputeListThisLine() {
 // inline, the loop no longer saves and restores its registers three times
 // a statement.
 inline void Assembly::ProcessStatement() {
-    RecomputeListThisLine();
+    RecomputeListThisLine(pState);
     pState.LineAddress = pState.LocationCounter;
     pSymbols->SetLocation(pState.LocationCounter);
 
-    if (pNextStatement >= pLineStatements.size()) {
+    if (pSources.LineDone()) {
         pLineMacroDepth = MacroDepth();
         ReadNextLine();
-        pNextStatement = 0;
     }
     ++pState.TotalLines;
-    MainFileLines::Prepared* const kept =
-        pLinePrepared.empty() ? nullptr : &pLinePrepared[pNextStatement];
-    PrepareStatement(pLineStatements[pNextStatement++], kept);
+    PrepareStatement(pSources.TakeStatement());
     Dispatch(pStatement);
     pListing.ListLine(pStatement, pLineMacroDepth);
 }
 
-void Assembly::SetLinePosition(const std::string& file, int line, std::string_view macro) {
-    if (pLinePosition.File != file || pLinePosition.Macro != macro) {
-        pLinePosition.File = file;
-        pLinePosition.Macro = macro;
-        ++pLineNamesVersion;
+void Assembly::ReadNextLine() {
+    try {
+        pSources.ReadNextLine();
+    } catch (const RunFailure&) {
+        PositionStatement();
+        throw;
     }
-    pLinePosition.Line = line;
 }
 
 // A position is copied for every statement, and its file and macro names
 // change only when the line comes from another source.
 void Assembly::PositionStatement() {
-    if (pStatementNamesVersion != pLineNamesVersion) {
-        pStatement.Where.File = pLinePosition.File;
-        pStatement.Where.Macro = pLinePosition.Macro;
-        pStatementNamesVersion = pLineNamesVersion;
+    const SourcePosition& line = pSources.Position();
+    if (pStatementNamesVersion != pSources.NamesVersion()) {
+        pStatement.Where.File = line.File;
+        pStatement.Where.Macro = line.Macro;
+        pStatementNamesVersion = pSources.NamesVersion();
     }
-    pStatement.Where.Line = pLinePosition.Line;
+    pStatement.Where.Line = line.Line;
 }
 
-void Assembly::ReadNextLine() {
-    if (pExpansions.empty() && !pState.MaclibOpen && pIncludeFiles.empty()) {
-        TakeMainLine();
-        return;
-    }
-    pLinePrepared = {};
-    pLineFromMainFile = false;
-    ReadOtherLine();
-    SplitLine();
-}
-
-// The main file's lines were cut when it was opened.
-void Assembly::TakeMainLine() {
-    ++pState.LinesReadFromFile;
-    const auto index = static_cast<std::size_t>(pMainFile->LineNumber());
-    pMainFile->SkipLine(pMainLines.NextLineStart(index));
-    SetMainFilePosition();
-    if (pMainLines.CutFailed(index)) {
-        // The failure names the line.
-        PositionStatement();
-        pMainLines.RethrowCutFailure(index);
-    }
-    pLineStatements = pMainLines.Statements(index);
-    pLineOperands = pMainLines.Operands();
-    pLinePrepared = pMainLines.PreparedOf(index);
-}
-
-// The main file's name stays put from one of its lines to the next.
-void Assembly::SetMainFilePosition() {
-    if (pLineFromMainFile) {
-        pLinePosition.Line = pMainFile->LineNumber();
-        return;
-    }
-    SetLinePosition(pMainFile->Name(), pMainFile->LineNumber(), {});
-    pLineFromMainFile = true;
-}
-
-void Assembly::SplitLine() {
-    if (pState.Options.StripParity) LineScanner::StripParityBits(pLineText);
-    PositionStatement();
-    pSplitLine.Scan(pLineText);
-    pLineStatements = pSplitLine.Statements;
-    pLineOperands = pSplitLine.Operands;
-}
-
-void Assembly::ReadOtherLine() {
-    if (pState.MaclibOpen) return ReadFromMaclib();
-    if (!pExpansions.empty()) {
-        ExpansionLevel& level = pExpansions.back();
-        ++pState.ExpandedMacroLines;
-        SetLinePosition(level.InvokedAt.File, level.InvokedAt.Line, level.Name);
-        if (pState.ExpandedMacroLines > pState.Options.MaxExpandedLines) {
-            PositionStatement();
-            throw RunFailure("more than " + std::to_string(pState.Options.MaxExpandedLines) +
-                             " lines of macro expansion in one pass");
-        }
-        MacroText::SubstituteLine(level.NextLine(), level.Parameters, pSplitLine, pLineText);
-        return;
-    }
-    ReadFromInclude();
-}
-
-void Assembly::ReadFromMaclib() {
-    if (pMaclib && !pMaclib->AtEnd() && !pState.EndSeen) {
-        if (pState.CurrentPass == 1) ++pState.MaclibLinesRead;
-        pLineText = pMaclib->ReadSourceLine();
-        SetLinePosition(pMaclib->Name(), pMaclib->LineNumber(), {});
-        return;
-    }
-    pMaclib.reset();
-    pState.MaclibOpen = false;
-    RecomputeListThisLine();
-    pLineText.clear();
-}
-
-void Assembly::ReadFromInclude() {
-    ++pState.IncludedLines;
-    SourceFile& file = pIncludeFiles.back();
-    if (file.AtEnd()) {
-        SetLinePosition(file.Name(), file.LineNumber() + 1, {});
-        pIncludeFiles.pop_back();
-        pState.IncludeDepth = static_cast<std::int32_t>(pIncludeFiles.size());
-        pLineText.clear();
-        return;
-    }
-    pLineText = file.ReadSourceLine();
-    SetLinePosition(file.Name(), file.LineNumber(), {});
-}
-
-inline void Assembly::PrepareStatement(const SourceStatement& fields,
-                                       MainFileLines::Prepared* kept) {
+inline void Assembly::PrepareStatement(const SourceStack::Next& next) {
+    const SourceStatement& fields = next.Fields;
     pStatement.ClearResults();
     PositionStatement();
     // Views of the line: the scanner's label and operation words hold no
     // blanks, so they are listed as they stand.
     pStatement.Label = fields.Label;
     pStatement.Operation = fields.Operation;
+    pStatement.Keyword = next.Keyword;
     pStatement.Operands = fields.Operands;
     pStatement.Comment = fields.Comment;
     if (fields.TooManyOperands) LineScanner::FailTooManyOperands();
-    pStatement.OperandList = {pLineOperands.data() + fields.FirstOperand, fields.OperandCount};
-    if (kept) {
-        pStatement.Memo = &kept->Memo;
-        pStatement.Keyword = kept->Keyword;
-        pStatementSteps = kept->Steps;
-        return;
-    }
-    pStatement.Memo = nullptr;
-    pStatement.Keyword = LowerCaseKeyword(fields.Operation);
-    pStatementSteps = pDispatchIndex.StepsFor(pStatement.Keyword);
-}
-
-// Most operation words are written in lower case and serve as they stand.
-std::string_view Assembly::LowerCaseKeyword(std::string_view operation) {
-    if (std::none_of(operation.begin(), operation.end(), IsUpperAscii)) return operation;
-    pKeywordText.assign(operation);
-    LowerCaseInPlace(pKeywordText);
-    return pKeywordText;
+    pStatement.OperandList = {pSources.Operands().data() + fields.FirstOperand,
+                              fields.OperandCount};
+    pStatement.Memo = next.Kept ? &next.Kept->Memo : nullptr;
 }
 
 inline void Assembly::Dispatch(Statement& statement) {
     const bool skipping = pState.Skipping;
-    bool accepted = false;
-    DispatchIndex::StepSet steps = pStatementSteps;
-    if (statement.Operation.empty()) steps &= pDispatchIndex.ForEmptyOperations();
-    while (steps != 0) {
-        const int i = std::countr_zero(steps);
-        steps &= steps - 1;
-        if (pState.Skipping && (pDispatchIndex.WhileSkipping() >> i & 1) == 0) continue;
-        if (pHandlers[static_cast<std::size_t>(i)]->Handle(*this, statement)) {
-            accepted = true;
-            break;
-        }
-    }
+    const bool accepted = Execute(statement);
     if (skipping) return;
     if (!accepted && !statement.Operation.empty())
         ListError("Invalid Directive, Operation or Macro", statement.Operation);
@@ -442,11 +278,12 @@ void Assembly::EmitBits(std::uint32_t whole, int width, std::string& text) {
     AppendHexByte(text, bigEndian ? low : high);
 }
 
-void Assembly::PushExpansion(ExpansionLevel level) {
-    if (MacroDepth() >= MaxMacroDepth)
-        throw RunFailure("macro expansion nested deeper than " + std::to_string(MaxMacroDepth) +
-                         " levels");
-    pExpansions.push_back(std::move(level));
+bool Assembly::OpenInclude(std::string_view name) {
+    return pSources.OpenInclude(name, CurrentPosition().File);
+}
+
+bool Assembly::OpenMaclib(std::string_view name) {
+    return pSources.OpenMaclib(name, CurrentPosition().File);
 }
 
 std::string Assembly::DescribeFailure(const std::string& what) const {

@@ -1,23 +1,21 @@
 #pragma once
 
 #include "assembler/ConditionalStack.h"
-#include "assembler/DispatchIndex.h"
 #include "assembler/FrontEnd.h"
 #include "assembler/Listing.h"
 #include "assembler/ListingReports.h"
-#include "assembler/MainFileLines.h"
 #include "assembler/RunState.h"
-#include "assembler/ScannedLine.h"
 #include "assembler/Signedness.h"
-#include "assembler/SourceFile.h"
 #include "assembler/SourcePlace.h"
+#include "assembler/SourceStack.h"
 #include "assembler/SourceStatement.h"
 #include "assembler/Statement.h"
-#include "assembler/StatementHandler.h"
 #include "assembler/StatementMemo.h"
 #include "encoder/OpcodeTable.h"
+#include "encoder/ZilogHandler.h"
 #include "expression/ExpressionEvaluator.h"
 #include "macros/ExpansionLevel.h"
+#include "macros/MacroProcessor.h"
 #include "macros/MacroTable.h"
 #include "output/ObjectOutputs.h"
 #include "symbols/SymbolTable.h"
@@ -51,7 +49,7 @@ class Assembly {
     static constexpr std::string_view TerminalMessage =
         "  *** Terminal ~ Value must be Resolved NOW **** ";
     static constexpr int MaxIncludeFiles = 9;
-    static constexpr int MaxMacroDepth = 255;
+    static constexpr int MaxMacroDepth = SourceStack::MaxMacroDepth;
 
     explicit Assembly(FrontEnd* frontEnd = nullptr);
     ~Assembly();
@@ -88,6 +86,8 @@ class Assembly {
     // by name (the location counter "$" left out).
     std::vector<ListingReports::SymbolRow> SymbolReport();
     MacroTable& Macros() { return *pMacros; }
+    // The collection of macro and repeat bodies, and macro calls.
+    MacroProcessor& MacroBlocks() { return pMacroBlocks; }
 
     // --- Services for the statement handlers -------------------------------
     void ListError(std::string_view message, std::string_view detail, bool force = false);
@@ -136,9 +136,9 @@ class Assembly {
     void LogEmissions(KeptEncoding* log) { pEmissionLog = log; }
     KeptEncoding* EmissionLog() const { return pEmissionLog; }
 
-    int MacroDepth() const { return static_cast<int>(pExpansions.size()); }
-    std::vector<ExpansionLevel>& Expansions() { return pExpansions; }
-    void PushExpansion(ExpansionLevel level);
+    int MacroDepth() const { return pSources.MacroDepth(); }
+    std::vector<ExpansionLevel>& Expansions() { return pSources.Expansions(); }
+    void PushExpansion(ExpansionLevel level) { pSources.PushExpansion(std::move(level)); }
     const SourcePosition& CurrentPosition() const { return pStatement.Where; }
 
   private:
@@ -151,28 +151,16 @@ class Assembly {
     // The main file and its kept statements, once the assembly is over.
     void CloseMainFile();
     void ProcessStatement();
-    bool MoreInput() const;
-    void LeaveFinishedExpansions();
-    // Reads the next line and cuts it into statements.
+    // Reads the next line of the sources; a failure names that line.
     void ReadNextLine();
-    // The next line of the main file, from the statements kept when it was
-    // opened.
-    void TakeMainLine();
-    // Lines of a macro library, an expansion or an include file: each fills
-    // the line buffer and the line's position, and SplitLine cuts the buffer.
-    void ReadOtherLine();
-    void SplitLine();
-    void ReadFromMaclib();
-    void ReadFromInclude();
-    void SetLinePosition(const std::string& file, int line, std::string_view macro);
-    void SetMainFilePosition();
     void PositionStatement();
-    // Fills the statement from its fields; `kept` is what was kept of a
-    // main-file statement when the file was cut (nothing for other lines).
-    void PrepareStatement(const SourceStatement& fields, MainFileLines::Prepared* kept);
-    std::string_view LowerCaseKeyword(std::string_view operation);
+    // Fills the statement from its fields and lower-case word; `kept` is
+    // what was kept of a main-file statement (nothing for other lines).
+    void PrepareStatement(const SourceStack::Next& next);
     void Dispatch(Statement& statement);
-    void RecomputeListThisLine();
+    // Executes the statement by the first rule that takes it; false when
+    // none does.
+    bool Execute(Statement& statement);
     // What a kept statement remembers of the operand that holds `text`, its
     // evaluated text, or nullptr.
     StatementMemo::Operand* KeptText(std::string_view text);
@@ -237,34 +225,13 @@ class Assembly {
     std::set<std::string, std::less<>> pPlaceFiles;
     const std::string* pPlaceFile = nullptr;
     std::uint64_t pPlaceFileVersion = 0;
-    std::vector<std::unique_ptr<StatementHandler>> pHandlers;
-    DispatchIndex pDispatchIndex{pHandlers};
+    MacroProcessor pMacroBlocks;
+    ZilogHandler pZilog;
 
-    std::optional<SourceFile> pMainFile;
-    std::vector<SourceFile> pIncludeFiles;
-    std::optional<SourceFile> pMaclib;
-    std::vector<ExpansionLevel> pExpansions;
-
-    // The statements of the line under way: views into pLineText, or into
-    // the main file's lines kept when it was opened.
-    std::string pLineText;
-    ScannedLine pSplitLine;
-    MainFileLines pMainLines;
-    std::span<const SourceStatement> pLineStatements;
-    // The operand list that the statements' FirstOperand counts in.
-    std::span<const std::string_view> pLineOperands;
-    // Parallel to pLineStatements for a main-file line, empty otherwise.
-    std::span<MainFileLines::Prepared> pLinePrepared;
-    std::size_t pNextStatement = 0;
-    // The lower-cased operation word of a statement not kept from pass 1.
-    std::string pKeywordText;
-    DispatchIndex::StepSet pStatementSteps = 0;
-    SourcePosition pLinePosition;
-    // Bumped whenever the line position's file or macro name changes, so
-    // that statements copy the names only then.
-    std::uint64_t pLineNamesVersion = 1;
+    SourceStack pSources{pState};
+    // Statements copy the file and macro names only when the sources'
+    // position names others (SourceStack::NamesVersion).
     std::uint64_t pStatementNamesVersion = 0;
-    bool pLineFromMainFile = false;
     int pLineMacroDepth = 0;
     Statement pStatement;
     std::uint64_t pVariableValues = 0;

@@ -97,49 +97,13 @@ double ConditionNumber(Assembly& run, const Value& value, std::string_view opera
     return 0;
 }
 
-} // namespace
-
-void ConditionalDirectives::StartPass(Assembly& run) {
-    run.Conditionals().Reset();
-}
-
-bool ConditionalDirectives::Handle(Assembly& run, Statement& statement) {
-    ConditionalStack& levels = run.Conditionals();
-    const std::string_view word = statement.Keyword;
-    if (word == "else") {
-        levels.Else();
-    } else if (word == "endif") {
-        Endif(run, statement);
-    } else if (!word.starts_with("if")) {
-        return false;
-    } else if (levels.Skipping()) {
-        // Nothing inside a skipped region is evaluated: the level only keeps
-        // its else and endif paired, and stays skipped whatever they say.
-        levels.Open(true);
-    } else {
-        Test(run, statement);
-    }
-    statement.Category = LineCategory::Ifs;
-    return true;
-}
-
-void ConditionalDirectives::Endif(Assembly& run, const Statement& statement) {
+void Endif(Assembly& run, const Statement& statement) {
     if (!run.Conditionals().Close())
         run.ListError("Mismatched IF/ENDIF directives", statement.Operation);
 }
 
-void ConditionalDirectives::Test(Assembly& run, Statement& statement) {
-    if (const NamedForm* form = FindForm(NamedForms, statement.Keyword)) {
-        OperandReader(run, statement).CheckOperandCount(form->Operands);
-        const bool holds = form->Holds(run, statement);
-        run.Conditionals().Open(!holds);
-        ShowInValueColumn(statement, TruthValue(holds));
-        return;
-    }
-    TestNumber(run, statement);
-}
-
-void ConditionalDirectives::TestNumber(Assembly& run, Statement& statement) {
+// The forms whose operand is an expression.
+void TestNumber(Assembly& run, Statement& statement) {
     // The expression is evaluated before the word is known to be a form.
     const std::string_view operand = OperandAt(statement, 0);
     const Value value = run.Evaluate(operand);
@@ -157,6 +121,41 @@ void ConditionalDirectives::TestNumber(Assembly& run, Statement& statement) {
     const bool holds = form->Holds(ConditionNumber(run, value, operand));
     run.Conditionals().Open(!holds);
     ShowInValueColumn(statement, value);
+}
+
+// Opens the level of a conditional met while lines are assembled.
+void Test(Assembly& run, Statement& statement) {
+    if (const NamedForm* form = FindForm(NamedForms, statement.Keyword)) {
+        OperandReader(run, statement).CheckOperandCount(form->Operands);
+        const bool holds = form->Holds(run, statement);
+        run.Conditionals().Open(!holds);
+        ShowInValueColumn(statement, TruthValue(holds));
+        return;
+    }
+    TestNumber(run, statement);
+}
+
+} // namespace
+
+bool IsConditional(std::string_view word) {
+    return word == "else" || word == "endif" || word.starts_with("if");
+}
+
+void ExecuteConditional(Assembly& run, Statement& statement) {
+    ConditionalStack& levels = run.Conditionals();
+    const std::string_view word = statement.Keyword;
+    statement.Category = LineCategory::Ifs;
+    if (word == "else") {
+        levels.Else();
+    } else if (word == "endif") {
+        Endif(run, statement);
+    } else if (levels.Skipping()) {
+        // Nothing inside a skipped region is evaluated: the level only keeps
+        // its else and endif paired, and stays skipped whatever they say.
+        levels.Open(true);
+    } else {
+        Test(run, statement);
+    }
 }
 
 } // namespace trident

@@ -1,7 +1,6 @@
 #include "assembler/ControlDirectives.h"
 
 #include "assembler/Assembly.h"
-#include "assembler/KeywordIndex.h"
 #include "base/Text.h"
 #include "encoder/OperandReader.h"
 
@@ -150,12 +149,6 @@ void End(Assembly& run, Statement& statement) {
     state.EndSeen = true;
 }
 
-struct Directive {
-    std::string_view Name; // lower case
-    LineCategory Category;
-    void (*Execute)(Assembly& run, Statement& statement);
-};
-
 constexpr LineCategory Control = LineCategory::Control;
 constexpr LineCategory Listed = LineCategory::Directive;
 
@@ -201,23 +194,8 @@ constexpr std::array<Directive, 37> Directives{{
 
 } // namespace
 
-void ControlDirectives::StartPass(Assembly& run) {
-    run.Evaluator().SetDRG(AngleUnit::Radians);
-}
-
-std::vector<std::string_view> ControlDirectives::OperationWords() const {
-    std::vector<std::string_view> words;
-    for (const Directive& directive : Directives) words.push_back(directive.Name);
-    return words;
-}
-
-bool ControlDirectives::Handle(Assembly& run, Statement& statement) {
-    static const KeywordIndex<Directive> index(Directives);
-    const Directive* found = index.Find(statement.Keyword);
-    if (found == nullptr) return false;
-    statement.Category = found->Category;
-    found->Execute(run, statement);
-    return true;
+std::span<const Directive> ControlDirectiveTable() {
+    return Directives;
 }
 
 } // namespace trident

@@ -2,7 +2,6 @@
 
 #include "assembler/Assembly.h"
 #include "assembler/DataBytes.h"
-#include "assembler/KeywordIndex.h"
 #include "encoder/OperandReader.h"
 #include "expression/CharTests.h"
 
@@ -15,44 +14,21 @@
 namespace trident {
 namespace {
 
-using Family = DataDirectives::Family;
-using Ending = DataDirectives::Ending;
-using Form = DataDirectives::Form;
+// How a directive ends its data.
+enum class Ending {
+    Plain,
+    MarkLastCharacter, // the last character of a final string operand gets bit 7
+    MarkLastByte,      // as MarkLastCharacter, and a numeric final operand too
+    ZeroByte,          // a 0 byte follows the data
+};
 
-constexpr std::array<Form, 26> Forms{{
-    {"db", Family::Bytes},
-    {"defb", Family::Bytes},
-    {".ascii", Family::Bytes},
-    // Unlike .ascii, dm and defm mark the end of their text in bit 7.
-    {"dm", Family::Bytes, Ending::MarkLastCharacter},
-    {"defm", Family::Bytes, Ending::MarkLastCharacter},
-    {"dz", Family::Bytes, Ending::ZeroByte},
-    {"defz", Family::Bytes, Ending::ZeroByte},
-    {".asciz", Family::Bytes, Ending::ZeroByte},
-    {"dc", Family::Bytes, Ending::MarkLastByte},
-    {"defc", Family::Bytes, Ending::MarkLastByte},
-    {".ascis", Family::Bytes, Ending::MarkLastByte},
-    {"dw", Family::Words},
-    {"defw", Family::Words},
-    {"ds", Family::Storage},
-    {"defs", Family::Storage},
-    {"text", Family::Text},
-    {"dt", Family::Text},
-    {"texz", Family::Text, Ending::ZeroByte},
-    {"textz", Family::Text, Ending::ZeroByte},
-    {"texts", Family::Text, Ending::MarkLastCharacter},
-    {"i3es", Family::IeeeSingle},
-    {"i3es_le", Family::IeeeSingle},
-    {"i3es_be", Family::IeeeSingle, Ending::Plain, true},
-    {"i3ed", Family::IeeeDouble},
-    {"i3ed_le", Family::IeeeDouble},
-    {"i3ed_be", Family::IeeeDouble, Ending::Plain, true},
-}};
+enum class Family { Bytes, Words, Storage, Text, IeeeSingle, IeeeDouble };
 
-const Form* FindForm(std::string_view keyword) {
-    static const KeywordIndex<Form> index(Forms);
-    return index.Find(keyword);
-}
+struct Form {
+    Family Kind;
+    Ending End = Ending::Plain;
+    bool MostSignificantFirst = false; // the IEEE _be forms
+};
 
 constexpr std::uint8_t LastMark = 0x80;
 
@@ -101,40 +77,17 @@ double IeeeNumber(Assembly& run, std::string_view operand) {
     return 0;
 }
 
-} // namespace
-
-std::vector<std::string_view> DataDirectives::OperationWords() const {
-    std::vector<std::string_view> words;
-    for (const Form& form : Forms) words.push_back(form.Name);
-    return words;
-}
-
-bool DataDirectives::Handle(Assembly& run, Statement& statement) {
-    const Form* form = FindForm(statement.Keyword);
-    if (!form) return false;
-    statement.Category = LineCategory::Directive;
-    switch (form->Kind) {
-    case Family::Bytes:
-        EmitBytes(run, statement, *form);
-        break;
-    case Family::Words:
-        EmitWords(run, statement);
-        break;
-    case Family::Storage:
-        Reserve(run, statement);
-        break;
-    case Family::Text:
-        EmitText(run, statement, *form);
-        break;
-    case Family::IeeeSingle:
-    case Family::IeeeDouble:
-        EmitIeee(run, statement, *form);
-        break;
+// The last character is emitted with 128 added: the end of a text marked
+// in its top bit, as the monitors that print such texts expect.
+void EmitCharacters(DataBytes& bytes, std::string_view characters, bool markLast) {
+    for (std::size_t i = 0; i < characters.size(); ++i) {
+        std::int32_t code = static_cast<unsigned char>(characters[i]);
+        if (markLast && i + 1 == characters.size()) code += LastMark;
+        bytes.Byte(static_cast<std::uint32_t>(code));
     }
-    return true;
 }
 
-void DataDirectives::EmitBytes(Assembly& run, Statement& statement, const Form& form) {
+void EmitBytes(Assembly& run, Statement& statement, const Form& form) {
     if (MissingOperands(run, statement)) return;
     DataBytes bytes(run, statement.BytesText);
     const std::size_t last = statement.OperandList.size() - 1;
@@ -154,17 +107,7 @@ void DataDirectives::EmitBytes(Assembly& run, Statement& statement, const Form& 
     if (form.End == Ending::ZeroByte) bytes.Byte(std::uint8_t{0});
 }
 
-// The last character is emitted with 128 added: the end of a text marked
-// in its top bit, as the monitors that print such texts expect.
-void DataDirectives::EmitCharacters(DataBytes& bytes, std::string_view characters, bool markLast) {
-    for (std::size_t i = 0; i < characters.size(); ++i) {
-        std::int32_t code = static_cast<unsigned char>(characters[i]);
-        if (markLast && i + 1 == characters.size()) code += LastMark;
-        bytes.Byte(static_cast<std::uint32_t>(code));
-    }
-}
-
-void DataDirectives::EmitWords(Assembly& run, Statement& statement) {
+void EmitWords(Assembly& run, Statement& statement) {
     if (MissingOperands(run, statement)) return;
     DataBytes bytes(run, statement.BytesText);
     for (const std::string_view operand : statement.OperandList)
@@ -174,7 +117,7 @@ void DataDirectives::EmitWords(Assembly& run, Statement& statement) {
 // Reserved space is never filled in the object texts: their records restart
 // after it. Its size must be known at once, since every later address
 // depends on it.
-void DataDirectives::Reserve(Assembly& run, Statement& statement) {
+void Reserve(Assembly& run, Statement& statement) {
     const OperandReader operands(run, statement);
     operands.CheckOperandCount(1);
     const std::string_view operand = TrimBlanks(operands.Operand(0));
@@ -188,7 +131,7 @@ void DataDirectives::Reserve(Assembly& run, Statement& statement) {
     run.RestartOutputRecords(static_cast<std::uint16_t>(state.LocationCounter));
 }
 
-void DataDirectives::EmitText(Assembly& run, Statement& statement, const Form& form) {
+void EmitText(Assembly& run, Statement& statement, const Form& form) {
     const OperandReader operands(run, statement);
     operands.CheckOperandCount(1);
     if (statement.OperandList.empty()) return;
@@ -198,7 +141,7 @@ void DataDirectives::EmitText(Assembly& run, Statement& statement, const Form& f
     if (form.End == Ending::ZeroByte) bytes.Byte(std::uint8_t{0});
 }
 
-void DataDirectives::EmitIeee(Assembly& run, Statement& statement, const Form& form) {
+void EmitIeee(Assembly& run, Statement& statement, const Form& form) {
     if (MissingOperands(run, statement)) return;
     DataBytes bytes(run, statement.BytesText);
     const bool single = form.Kind == Family::IeeeSingle;
@@ -212,6 +155,62 @@ void DataDirectives::EmitIeee(Assembly& run, Statement& statement, const Form& f
             bytes.Byte(static_cast<std::uint8_t>((bits >> shift) & 0xFFu));
         }
     }
+}
+
+template <Family Kind, Ending End = Ending::Plain, bool MostSignificantFirst = false>
+void Emit(Assembly& run, Statement& statement) {
+    constexpr Form form{Kind, End, MostSignificantFirst};
+    switch (Kind) {
+    case Family::Bytes:
+        return EmitBytes(run, statement, form);
+    case Family::Words:
+        return EmitWords(run, statement);
+    case Family::Storage:
+        return Reserve(run, statement);
+    case Family::Text:
+        return EmitText(run, statement, form);
+    case Family::IeeeSingle:
+    case Family::IeeeDouble:
+        return EmitIeee(run, statement, form);
+    }
+}
+
+constexpr LineCategory Data = LineCategory::Directive;
+
+constexpr std::array<Directive, 26> DataDirectives{{
+    {"db", Data, Emit<Family::Bytes>},
+    {"defb", Data, Emit<Family::Bytes>},
+    {".ascii", Data, Emit<Family::Bytes>},
+    // Unlike .ascii, dm and defm mark the end of their text in bit 7.
+    {"dm", Data, Emit<Family::Bytes, Ending::MarkLastCharacter>},
+    {"defm", Data, Emit<Family::Bytes, Ending::MarkLastCharacter>},
+    {"dz", Data, Emit<Family::Bytes, Ending::ZeroByte>},
+    {"defz", Data, Emit<Family::Bytes, Ending::ZeroByte>},
+    {".asciz", Data, Emit<Family::Bytes, Ending::ZeroByte>},
+    {"dc", Data, Emit<Family::Bytes, Ending::MarkLastByte>},
+    {"defc", Data, Emit<Family::Bytes, Ending::MarkLastByte>},
+    {".ascis", Data, Emit<Family::Bytes, Ending::MarkLastByte>},
+    {"dw", Data, Emit<Family::Words>},
+    {"defw", Data, Emit<Family::Words>},
+    {"ds", Data, Emit<Family::Storage>},
+    {"defs", Data, Emit<Family::Storage>},
+    {"text", Data, Emit<Family::Text>},
+    {"dt", Data, Emit<Family::Text>},
+    {"texz", Data, Emit<Family::Text, Ending::ZeroByte>},
+    {"textz", Data, Emit<Family::Text, Ending::ZeroByte>},
+    {"texts", Data, Emit<Family::Text, Ending::MarkLastCharacter>},
+    {"i3es", Data, Emit<Family::IeeeSingle>},
+    {"i3es_le", Data, Emit<Family::IeeeSingle>},
+    {"i3es_be", Data, Emit<Family::IeeeSingle, Ending::Plain, true>},
+    {"i3ed", Data, Emit<Family::IeeeDouble>},
+    {"i3ed_le", Data, Emit<Family::IeeeDouble>},
+    {"i3ed_be", Data, Emit<Family::IeeeDouble, Ending::Plain, true>},
+}};
+
+} // namespace
+
+std::span<const Directive> DataDirectiveTable() {
+    return DataDirectives;
 }
 
 } // namespace trident

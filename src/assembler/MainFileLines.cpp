@@ -1,8 +1,6 @@
 #include "assembler/MainFileLines.h"
 
-#include "assembler/LineScanner.h"
 #include "assembler/RunFailure.h"
-#include "base/Text.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -32,10 +30,8 @@ std::size_t CountLineFeeds(std::string_view text) {
 } // namespace
 
 void MainFileLines::Clear() {
-    pTexts.clear();
-    pStatements.clear();
+    pKept.Clear();
     pPrepared.clear();
-    pOperands.clear();
     pLines.clear();
     pFailures.clear();
     pOperandMemos.Clear();
@@ -46,31 +42,24 @@ void MainFileLines::Clear() {
 void MainFileLines::Reserve(std::string_view text) {
     const std::size_t lines = CountLineFeeds(text) + 1;
     pLines.reserve(lines);
-    pStatements.reserve(lines);
+    pKept.Statements.reserve(lines);
+    pKept.Keywords.reserve(lines);
     pPrepared.reserve(lines);
-    pOperands.reserve(2 * lines);
+    pKept.Operands.reserve(2 * lines);
 }
 
-void MainFileLines::Load(SourceFile& file, bool stripParity, const DispatchIndex& steps) {
+void MainFileLines::Load(SourceFile& file, bool stripParity) {
     Clear();
     pStrippedParity = stripParity;
     file.Rewind();
     Reserve(file.Text());
-    const DispatchIndex::StepSet noWordSteps = steps.StepsFor({});
     while (!file.AtEnd()) {
-        std::string_view line = file.ReadSourceLine();
-        if (stripParity) {
-            std::string& text = pTexts.emplace_back(line);
-            LineScanner::StripParityBits(text);
-            line = text;
-        }
-        const std::size_t first = pStatements.size();
-        const std::size_t count = Cut(line);
+        const std::string_view line = file.ReadSourceLine();
+        const std::size_t first = pKept.Statements.size();
+        const std::size_t count = Cut(line, stripParity);
         pLines.push_back({first, static_cast<std::uint32_t>(count), file.Position()});
-        for (const SourceStatement& statement : std::span(pStatements).subspan(first, count)) {
-            Prepared& prepared = pPrepared.emplace_back(statement.Operation.empty()
-                                                            ? Prepared{{}, noWordSteps, {}}
-                                                            : Prepare(statement.Operation, steps));
+        for (const SourceStatement& statement : std::span(pKept.Statements).subspan(first, count)) {
+            Prepared& prepared = pPrepared.emplace_back();
             if (statement.OperandCount > 0 && !statement.TooManyOperands)
                 prepared.Memo.KeepOperands(pOperandMemos.Take(statement.OperandCount));
         }
@@ -79,26 +68,13 @@ void MainFileLines::Load(SourceFile& file, bool stripParity, const DispatchIndex
 }
 
 // A line holds at least one statement, so none means it failed.
-std::size_t MainFileLines::Cut(std::string_view line) {
-    const std::size_t first = pStatements.size();
-    const std::size_t firstOperand = pOperands.size();
+std::size_t MainFileLines::Cut(std::string_view line, bool stripParity) {
     try {
-        return static_cast<std::size_t>(LineScanner::ScanLine(line, pStatements, pOperands));
+        return PrepareLine(line, stripParity, pKept);
     } catch (const RunFailure&) {
-        pStatements.resize(first);
-        pOperands.resize(firstOperand);
         pFailures.emplace(pLines.size(), std::current_exception());
         return 0;
     }
-}
-
-inline MainFileLines::Prepared MainFileLines::Prepare(std::string_view operation,
-                                                      const DispatchIndex& steps) {
-    // Most sources write operation words in lower case already.
-    std::string_view keyword = operation;
-    if (std::any_of(operation.begin(), operation.end(), IsUpperAscii))
-        keyword = pTexts.emplace_back(LowerCase(operation));
-    return {keyword, steps.StepsFor(keyword), {}};
 }
 
 void MainFileLines::RethrowCutFailure(std::size_t index) const {

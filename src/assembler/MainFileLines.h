@@ -1,14 +1,13 @@
 #pragma once
 
-#include "assembler/DispatchIndex.h"
 #include "assembler/OperandMemoStore.h"
+#include "assembler/PreparedLine.h"
 #include "assembler/SourceFile.h"
 #include "assembler/SourceStatement.h"
 #include "assembler/StatementMemo.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <exception>
 #include <span>
 #include <string>
@@ -22,23 +21,20 @@ namespace trident {
 // Every pass reads the main file from its first line, and the text does not
 // change during an assembly, so the passes take a line's statements from
 // here instead of scanning the line. A statement's operands, its
-// lower-case operation word and its dispatch steps are worked out once, too.
+// lower-case operation word is worked out once, too.
 class MainFileLines {
   public:
     // What preparing a statement needs besides its fields, one for every
     // kept statement.
     struct Prepared {
-        std::string_view Keyword;
-        DispatchIndex::StepSet Steps = 0;
         // What the handlers work out for the statement, for every pass.
         StatementMemo Memo;
     };
 
-    // Cuts every line of `file` (which is left at its first line), prepared
-    // for the dispatch `steps`. The kept statements are views into the
-    // file's text, which must outlive them; with parity stripping, into
-    // stripped copies of the lines.
-    void Load(SourceFile& file, bool stripParity, const DispatchIndex& steps);
+    // Cuts every line of `file` (which is left at its first line). The kept statements are views
+    // into the file's text, which must outlive them; with parity stripping, into stripped copies of
+    // the lines.
+    void Load(SourceFile& file, bool stripParity);
     void Clear();
     // Whether the kept lines had their parity bits stripped.
     bool StrippedParity() const { return pStrippedParity; }
@@ -52,7 +48,12 @@ class MainFileLines {
     // The statements of line `index`, and what their preparation needs.
     std::span<const SourceStatement> Statements(std::size_t index) const {
         const LineRange& range = pLines[index];
-        return {pStatements.data() + range.First, range.Count};
+        return {pKept.Statements.data() + range.First, range.Count};
+    }
+    // Their operation words in lower case.
+    std::span<const std::string_view> Keywords(std::size_t index) const {
+        const LineRange& range = pLines[index];
+        return {pKept.Keywords.data() + range.First, range.Count};
     }
     std::span<Prepared> PreparedOf(std::size_t index) {
         const LineRange& range = pLines[index];
@@ -60,7 +61,7 @@ class MainFileLines {
     }
     // The operands of every kept statement; a statement's FirstOperand
     // counts from the start.
-    std::span<const std::string_view> Operands() const { return pOperands; }
+    std::span<const std::string_view> Operands() const { return pKept.Operands; }
     // Where the line after line `index` starts in the file's text.
     std::size_t NextLineStart(std::size_t index) const { return pLines[index].NextLineStart; }
 
@@ -74,15 +75,10 @@ class MainFileLines {
     void Reserve(std::string_view text);
     // Scans a line into the kept statements and returns their number, or
     // keeps the line's failure and returns 0.
-    std::size_t Cut(std::string_view line);
-    Prepared Prepare(std::string_view operation, const DispatchIndex& steps);
+    std::size_t Cut(std::string_view line, bool stripParity);
 
-    // Stripped lines and lower-cased words that differ from the text: the
-    // elements of a deque never move, so views into them stay valid.
-    std::deque<std::string> pTexts;
-    std::vector<SourceStatement> pStatements;
+    PreparedStatements pKept;
     std::vector<Prepared> pPrepared;
-    std::vector<std::string_view> pOperands;
     std::vector<LineRange> pLines;
     // Why the lines that failed to be cut failed, by line.
     std::unordered_map<std::size_t, std::exception_ptr> pFailures;

@@ -176,7 +176,7 @@ void Assembly::FinishOutputs() {
     for (const std::string& name : pMacros->Names())
         macros.push_back({name, pMacros->MacroDefinition(name)});
     ListingReports::Append(pListing.Text(), statistics, SymbolReport(), macros,
-                           pMainFile ? pMainFile->Name() : std::string());
+                           pSources.MainFileName());
 }
 
 } // namespace trident

@@ -14,8 +14,6 @@
 namespace trident {
 namespace {
 
-constexpr std::array<std::string_view, 4> RedefiningWords{"set", "aset", "defl", "dl"};
-
 // The groups of the symbol table's predefined names: 0 logic constants,
 // 1 mathematical constants, 2 integer limits, 3 Z80 registers, 4 8080
 // mnemonics.
@@ -55,34 +53,8 @@ std::string_view FirstOperand(const Statement& statement) {
     return statement.OperandList.empty() ? std::string_view{} : statement.OperandList.front();
 }
 
-} // namespace
-
-std::vector<std::string_view> SymbolDirectives::OperationWords() const {
-    std::vector<std::string_view> words{"equ", "predef"};
-    words.insert(words.end(), RedefiningWords.begin(), RedefiningWords.end());
-    return words;
-}
-
-bool SymbolDirectives::Handle(Assembly& run, Statement& statement) {
-    const std::string_view word = statement.Keyword;
-    if (word == "equ") {
-        Equate(run, statement);
-    } else if (std::find(RedefiningWords.begin(), RedefiningWords.end(), word) !=
-               RedefiningWords.end()) {
-        if (statement.OperandCount() != 1) return false;
-        Redefine(run, statement);
-    } else if (word == "predef") {
-        LoadPredefinedGroups(run, statement);
-    } else {
-        return false;
-    }
-    statement.Category = LineCategory::Equates;
-    // The label names the value (or, for predef, nothing), never the address.
+void Equate(Assembly& run, Statement& statement) {
     statement.LabelTaken = true;
-    return true;
-}
-
-void SymbolDirectives::Equate(Assembly& run, Statement& statement) {
     if (statement.Label.empty()) {
         run.ListError("Missing Label for ", statement.Operation);
         return;
@@ -93,7 +65,8 @@ void SymbolDirectives::Equate(Assembly& run, Statement& statement) {
     ShowInValueColumn(statement, value);
 }
 
-void SymbolDirectives::Redefine(Assembly& run, Statement& statement) {
+void Redefine(Assembly& run, Statement& statement) {
+    statement.LabelTaken = true;
     if (statement.Label.empty()) {
         run.ListError("Missing Label for ", statement.Operation);
         return;
@@ -103,7 +76,8 @@ void SymbolDirectives::Redefine(Assembly& run, Statement& statement) {
     ShowInValueColumn(statement, value);
 }
 
-void SymbolDirectives::LoadPredefinedGroups(Assembly& run, const Statement& statement) {
+void LoadPredefinedGroups(Assembly& run, Statement& statement) {
+    statement.LabelTaken = true;
     if (statement.OperandList.empty()) {
         LoadGroups(run, AllGroups);
         return;
@@ -114,6 +88,28 @@ void SymbolDirectives::LoadPredefinedGroups(Assembly& run, const Statement& stat
         else
             run.ListError("Invalid Operand", operand);
     }
+}
+
+constexpr std::array<Directive, 6> SymbolDirectives{{
+    {"equ", LineCategory::Equates, Equate},
+    {"set", LineCategory::Equates, Redefine},
+    {"aset", LineCategory::Equates, Redefine},
+    {"defl", LineCategory::Equates, Redefine},
+    {"dl", LineCategory::Equates, Redefine},
+    {"predef", LineCategory::Equates, LoadPredefinedGroups},
+}};
+
+} // namespace
+
+const Directive* FindSymbolDirective(std::string_view word) {
+    const auto found = std::find_if(SymbolDirectives.begin(), SymbolDirectives.end(),
+                                    [&](const Directive& row) { return row.Word == word; });
+    return found == SymbolDirectives.end() ? nullptr : &*found;
+}
+
+bool IsRedefinition(std::string_view word) {
+    const Directive* row = FindSymbolDirective(word);
+    return row && row->Execute == Redefine;
 }
 
 } // namespace trident

@@ -1,21 +1,17 @@
 #pragma once
 
-#include "assembler/StatementHandler.h"
+#include "assembler/Directive.h"
+
+#include <string_view>
 
 namespace trident {
 
-// equ, the redefinable set / aset / defl / dl, and predef. A set form with
-// other than one operand is left to the later steps: with two operands it is
-// the Z80 bit instruction.
-class SymbolDirectives : public StatementHandler {
-  public:
-    std::vector<std::string_view> OperationWords() const override;
-    bool Handle(Assembly& run, Statement& statement) override;
-
-  private:
-    static void Equate(Assembly& run, Statement& statement);
-    static void Redefine(Assembly& run, Statement& statement);
-    static void LoadPredefinedGroups(Assembly& run, const Statement& statement);
-};
+// equ, the redefinable set / aset / defl / dl, and predef: the row of
+// `word`, or nullptr. Their labels name a value (or, for predef, nothing),
+// never the address.
+const Directive* FindSymbolDirective(std::string_view word);
+// Whether `word` is one of the redefining forms, which share their name
+// with the Z80 bit instruction set.
+bool IsRedefinition(std::string_view word);
 
 } // namespace trident

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "assembler/StatementHandler.h"
 #include "assembler/StatementMemo.h"
 
 #include <cstdint>
@@ -10,14 +9,13 @@ namespace trident {
 class InstructionEncoding;
 struct OpcodeRow;
 
-// The statement step for processor instructions: any operation word that
-// names a row of the run's opcode table.
-class InstructionHandler : public StatementHandler {
-  public:
-    bool Handle(Assembly& run, Statement& statement) override {
-        return EncodeInstruction(run, statement);
-    }
+class Assembly;
+struct Statement;
 
+// Processor instructions: any operation word that names a row of the run's
+// opcode table.
+class InstructionHandler {
+  public:
     // Encodes the statement as an instruction; false when its operation word
     // is empty or not in the opcode table.
     static bool EncodeInstruction(Assembly& run, Statement& statement);

@@ -6,22 +6,10 @@
 #include "encoder/OperandReader.h"
 #include "encoder/ZilogTranslator.h"
 
-#include <algorithm>
-#include <array>
 #include <string_view>
 
 namespace trident {
 namespace {
-
-struct NotationDirective {
-    std::string_view Name;
-    bool Zilog;
-};
-
-constexpr std::array<NotationDirective, 2> NotationDirectives{{
-    {".zilog", true},
-    {".intel", false},
-}};
 
 constexpr std::string_view AlternateAf = "af'";
 
@@ -36,29 +24,9 @@ std::string Joined(const std::vector<std::string>& operands) {
 
 } // namespace
 
-void ZilogHandler::StartPass(Assembly& run) {
-    run.State().ZilogNotation = run.Options().ZilogMnemonics;
-}
-
-bool ZilogHandler::Handle(Assembly& run, Statement& statement) {
-    if (SwitchNotation(run, statement)) return true;
-    if (!run.State().ZilogNotation || !ZilogTranslator::IsZilogMnemonic(statement.Keyword))
-        return false;
-    Encode(run, statement);
-    return true;
-}
-
-bool ZilogHandler::SwitchNotation(Assembly& run, Statement& statement) {
-    // Every instruction asks: most words are told apart by their first character.
-    if (!statement.Keyword.starts_with('.')) return false;
-    const auto found = std::find_if(
-        NotationDirectives.begin(), NotationDirectives.end(),
-        [&](const NotationDirective& directive) { return directive.Name == statement.Keyword; });
-    if (found == NotationDirectives.end()) return false;
-    statement.Category = LineCategory::Directive;
+void ZilogHandler::SwitchNotation(Assembly& run, Statement& statement, bool zilog) {
     OperandReader(run, statement).CheckOperandCount(0);
-    run.State().ZilogNotation = found->Zilog;
-    return true;
+    run.State().ZilogNotation = zilog;
 }
 
 // The 8080-style statement is encoded in place of the Zilog one; the

@@ -1,24 +1,23 @@
 #pragma once
 
-#include "assembler/StatementHandler.h"
-
 #include <string_view>
 #include <vector>
 
 namespace trident {
 
-// The statement step of the Zilog notation: the .zilog and .intel
-// directives that switch it, and, while it is on, every statement whose
-// operation word is a Zilog mnemonic, encoded as its 8080-style equivalent.
-// Other operation words go on to the later steps in either notation.
-class ZilogHandler : public StatementHandler {
+class Assembly;
+struct Statement;
+
+// The Zilog notation: the .zilog and .intel directives that switch it, and,
+// while it is on, the statements whose operation word is a Zilog mnemonic,
+// encoded as their 8080-style equivalents.
+class ZilogHandler {
   public:
-    void StartPass(Assembly& run) override;
-    bool Handle(Assembly& run, Statement& statement) override;
+    static void SwitchNotation(Assembly& run, Statement& statement, bool zilog);
+    // Encodes a statement whose word is a Zilog mnemonic.
+    void Encode(Assembly& run, Statement& statement);
 
   private:
-    static bool SwitchNotation(Assembly& run, Statement& statement);
-    void Encode(Assembly& run, Statement& statement);
     void SeparateAlternateAfComment(Statement& statement);
 
     // The operands of the statement under way when they differ from those

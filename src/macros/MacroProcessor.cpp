@@ -79,35 +79,9 @@ bool MacroProcessor::CollectBody(Assembly& run, Statement& statement) {
     return true;
 }
 
-std::vector<std::string_view> MacroProcessor::DirectiveWords() {
-    std::vector<std::string_view> words{"local", "exitm", EndWord};
-    for (const BlockDirective& block : BlockDirectives) words.push_back(block.Word);
-    return words;
-}
-
-bool MacroProcessor::ExecuteDirective(Assembly& run, Statement& statement) {
-    const std::string_view word = statement.Keyword;
-    if (const std::optional<BlockType> type = OpeningBlock(word)) {
-        if (*type == BlockType::Macro)
-            OpenMacro(run, statement);
-        else
-            OpenRepeat(run, statement, *type);
-        return true;
-    }
-    if (word == "local")
-        Local(run, statement);
-    else if (word == "exitm")
-        ExitMacro(run, statement);
-    else if (word != EndWord) // an endm with no open block closes nothing
-        return false;
-    statement.Category = LineCategory::MacExpand;
-    return true;
-}
-
 // The label is the macro's name, not a symbol; the operands are the names
 // of its parameters.
 void MacroProcessor::OpenMacro(Assembly& run, Statement& statement) {
-    statement.Category = LineCategory::MacDef;
     statement.LabelTaken = true;
     pDepth = 1;
     pBlock = OpenBlock{};
@@ -124,7 +98,6 @@ void MacroProcessor::OpenMacro(Assembly& run, Statement& statement) {
 }
 
 void MacroProcessor::OpenRepeat(Assembly& run, Statement& statement, BlockType type) {
-    statement.Category = LineCategory::MacExpand;
     pDepth = 1;
     pBlock = OpenBlock{};
     pBlock.Type = type;

@@ -34,10 +34,12 @@ class MacroProcessor {
     bool CollectBody(Assembly& run, Statement& statement);
     // Whether a block is open; every statement asks.
     bool Collecting() const { return pDepth > 0; }
-    // macro, rept, irp, irpc, a stray endm, local and exitm.
-    bool ExecuteDirective(Assembly& run, Statement& statement);
-    // The words ExecuteDirective acts on.
-    static std::vector<std::string_view> DirectiveWords();
+    // A macro's definition line opens its body; the label is its name.
+    void OpenMacro(Assembly& run, Statement& statement);
+    // rept, irp and irpc open their bodies.
+    void OpenRepeat(Assembly& run, Statement& statement, BlockType type);
+    void Local(Assembly& run, const Statement& statement);
+    static void ExitMacro(Assembly& run, const Statement& statement);
     // A statement whose operation names a stored macro.
     bool Invoke(Assembly& run, Statement& statement);
 
@@ -56,8 +58,6 @@ class MacroProcessor {
         bool Usable = true;
     };
 
-    void OpenMacro(Assembly& run, Statement& statement);
-    void OpenRepeat(Assembly& run, Statement& statement, BlockType type);
     void Append(const Statement& statement);
     void Close(Assembly& run, Statement& statement);
     void StartRepeat(Assembly& run);
@@ -65,8 +65,6 @@ class MacroProcessor {
     // must stop because the rept count is not resolved.
     bool PlanIterations(Assembly& run, ExpansionLevel& level) const;
     bool PlanCount(Assembly& run, ExpansionLevel& level) const;
-    void Local(Assembly& run, const Statement& statement);
-    static void ExitMacro(Assembly& run, const Statement& statement);
     void BindArguments(Assembly& run, const Statement& statement, ParameterMap& parameters);
 
     // Open blocks, the outermost one included; 0 when nothing is collected.

@@ -1,0 +1,203 @@
+#include "assembler/SourceStack.h"
+
+#include "assembler/RunFailure.h"
+#include "macros/MacroText.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+
+namespace trident {
+namespace {
+
+// Many sources were written on systems that separate directories with a
+// backslash; it separates them here too.
+std::filesystem::path SourcePath(std::string_view name) {
+    std::string text(name);
+    std::replace(text.begin(), text.end(), '\\', '/');
+    return std::filesystem::path(text);
+}
+
+// The name as written (relative to the current directory, or absolute),
+// then beside the file that holds the directive, then in the directory the
+// user chose for such files.
+std::optional<SourceFile> FindSourceFile(std::string_view name, std::string_view includingFile,
+                                         std::string_view chosenDirectory) {
+    if (name.empty()) return std::nullopt;
+    const std::filesystem::path path = SourcePath(name);
+    const std::array<std::filesystem::path, 3> candidates{
+        path,
+        includingFile.empty() ? std::filesystem::path{}
+                              : SourcePath(includingFile).parent_path() / path,
+        chosenDirectory.empty() ? std::filesystem::path{} : SourcePath(chosenDirectory) / path,
+    };
+    for (const std::filesystem::path& candidate : candidates) {
+        if (candidate.empty()) continue;
+        if (std::optional<SourceFile> file = SourceFile::Open(candidate)) return file;
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+void SourceStack::StartPass(std::int16_t pass, const std::filesystem::path& source) {
+    pExpansions.clear();
+    pIncludeFiles.clear();
+    pMaclib.reset();
+    pState.MaclibOpen = false;
+    pState.IncludeDepth = 0;
+    pStatements = {};
+    pKeywords = {};
+    pOperands = {};
+    pPrepared = {};
+    pNextStatement = 0;
+    pLineFromMainFile = false;
+    const bool stripParity = pState.Options.StripParity;
+    if (pass == 1 || !pMainFile || pMainFile->Name() != source.string()) {
+        pMainFile = SourceFile::Open(source);
+        if (!pMainFile) throw RunFailure("cannot read the source file " + source.string());
+        pMainLines.Load(*pMainFile, stripParity);
+    } else if (pMainLines.StrippedParity() != stripParity) {
+        // The parity option changed since the lines were cut.
+        pMainLines.Load(*pMainFile, stripParity);
+    } else {
+        pMainFile->Rewind();
+    }
+}
+
+void SourceStack::EndPass() {
+    pIncludeFiles.clear();
+    pMaclib.reset();
+    pState.MaclibOpen = false;
+    pState.IncludeDepth = 0;
+}
+
+void SourceStack::CloseMainFile() {
+    pMainLines.Clear();
+    pStatements = {};
+    pKeywords = {};
+    pOperands = {};
+    pPrepared = {};
+    pMainFile.reset();
+}
+
+// A repeat level with iterations left starts its text again instead of
+// being left.
+void SourceStack::LeaveFinishedExpansions() {
+    while (!pExpansions.empty() && pExpansions.back().UsedUp() &&
+           !pExpansions.back().StartNextIteration())
+        pExpansions.pop_back();
+}
+
+void SourceStack::PrepareOtherLine() {
+    pPrepared = {};
+    pLineFromMainFile = false;
+    ReadOtherLine();
+    pLine.Clear();
+    PrepareLine(pLineText, pState.Options.StripParity, pLine);
+    pStatements = pLine.Statements;
+    pKeywords = pLine.Keywords;
+    pOperands = pLine.Operands;
+}
+
+// The main file's lines were prepared when it was opened.
+void SourceStack::TakeMainLine() {
+    ++pState.LinesReadFromFile;
+    const auto index = static_cast<std::size_t>(pMainFile->LineNumber());
+    pMainFile->SkipLine(pMainLines.NextLineStart(index));
+    SetMainFilePosition();
+    if (pMainLines.CutFailed(index)) pMainLines.RethrowCutFailure(index);
+    pStatements = pMainLines.Statements(index);
+    pKeywords = pMainLines.Keywords(index);
+    pOperands = pMainLines.Operands();
+    pPrepared = pMainLines.PreparedOf(index);
+}
+
+void SourceStack::SetPosition(const std::string& file, int line, std::string_view macro) {
+    if (pPosition.File != file || pPosition.Macro != macro) {
+        pPosition.File = file;
+        pPosition.Macro = macro;
+        ++pNamesVersion;
+    }
+    pPosition.Line = line;
+}
+
+// The main file's name stays put from one of its lines to the next.
+void SourceStack::SetMainFilePosition() {
+    if (pLineFromMainFile) {
+        pPosition.Line = pMainFile->LineNumber();
+        return;
+    }
+    SetPosition(pMainFile->Name(), pMainFile->LineNumber(), {});
+    pLineFromMainFile = true;
+}
+
+void SourceStack::ReadOtherLine() {
+    if (pState.MaclibOpen) return ReadFromMaclib();
+    if (!pExpansions.empty()) {
+        ExpansionLevel& level = pExpansions.back();
+        ++pState.ExpandedMacroLines;
+        SetPosition(level.InvokedAt.File, level.InvokedAt.Line, level.Name);
+        if (pState.ExpandedMacroLines > pState.Options.MaxExpandedLines)
+            throw RunFailure("more than " + std::to_string(pState.Options.MaxExpandedLines) +
+                             " lines of macro expansion in one pass");
+        MacroText::SubstituteLine(level.NextLine(), level.Parameters, pSubstitution, pLineText);
+        return;
+    }
+    ReadFromInclude();
+}
+
+void SourceStack::ReadFromMaclib() {
+    if (pMaclib && !pMaclib->AtEnd() && !pState.EndSeen) {
+        if (pState.CurrentPass == 1) ++pState.MaclibLinesRead;
+        pLineText = pMaclib->ReadSourceLine();
+        SetPosition(pMaclib->Name(), pMaclib->LineNumber(), {});
+        return;
+    }
+    pMaclib.reset();
+    pState.MaclibOpen = false;
+    RecomputeListThisLine(pState);
+    pLineText.clear();
+}
+
+void SourceStack::ReadFromInclude() {
+    ++pState.IncludedLines;
+    SourceFile& file = pIncludeFiles.back();
+    if (file.AtEnd()) {
+        SetPosition(file.Name(), file.LineNumber() + 1, {});
+        pIncludeFiles.pop_back();
+        pState.IncludeDepth = static_cast<std::int32_t>(pIncludeFiles.size());
+        pLineText.clear();
+        return;
+    }
+    pLineText = file.ReadSourceLine();
+    SetPosition(file.Name(), file.LineNumber(), {});
+}
+
+bool SourceStack::OpenInclude(std::string_view name, std::string_view includingFile) {
+    std::optional<SourceFile> file =
+        FindSourceFile(name, includingFile, pState.Options.IncludeDirectory);
+    if (!file) return false;
+    pIncludeFiles.push_back(std::move(*file));
+    pState.IncludeDepth = static_cast<std::int32_t>(pIncludeFiles.size());
+    return true;
+}
+
+bool SourceStack::OpenMaclib(std::string_view name, std::string_view includingFile) {
+    std::optional<SourceFile> file =
+        FindSourceFile(name, includingFile, pState.Options.MaclibDirectory);
+    if (!file) return false;
+    pMaclib = std::move(file);
+    pState.MaclibOpen = true;
+    RecomputeListThisLine(pState);
+    return true;
+}
+
+void SourceStack::PushExpansion(ExpansionLevel level) {
+    if (MacroDepth() >= MaxMacroDepth)
+        throw RunFailure("macro expansion nested deeper than " + std::to_string(MaxMacroDepth) +
+                         " levels");
+    pExpansions.push_back(std::move(level));
+}
+
+} // namespace trident

@@ -1,0 +1,131 @@
+#pragma once
+
+#include "assembler/MainFileLines.h"
+#include "assembler/PreparedLine.h"
+#include "assembler/RunState.h"
+#include "assembler/ScannedLine.h"
+#include "assembler/SourceFile.h"
+#include "assembler/SourcePosition.h"
+#include "assembler/SourceStatement.h"
+#include "macros/ExpansionLevel.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace trident {
+
+// The sources that lines are read from: the main file, include files, the
+// macro library and macro expansions. The next line comes from the macro
+// library while one is open, else from the innermost expansion, else from
+// the innermost include file, else from the main file. Every line goes
+// through one preparation (PrepareLine); the main file's lines are
+// prepared once an assembly, when pass 1 opens it, and kept for every pass.
+class SourceStack {
+  public:
+    static constexpr int MaxMacroDepth = 255;
+
+    explicit SourceStack(RunState& state) : pState(state) {}
+
+    // Opens the main file (reading and cutting it in pass 1, or when it or
+    // the parity option changed) or starts it again from the top.
+    void StartPass(std::int16_t pass, const std::filesystem::path& source);
+    // Closes include files and the macro library; the main file stays.
+    void EndPass();
+    // The main file and its kept statements, once the assembly is over.
+    void CloseMainFile();
+    std::string MainFileName() const { return pMainFile ? pMainFile->Name() : std::string(); }
+    std::size_t MainTextSize() const { return pMainFile ? pMainFile->Text().size() : 0; }
+
+    // Whether the line under way has no statements left.
+    bool LineDone() const { return pNextStatement >= pStatements.size(); }
+    // Leaves used-up expansions; false when no source has lines left.
+    bool MoreInput() {
+        if (!pExpansions.empty()) LeaveFinishedExpansions();
+        return pState.MaclibOpen || !pExpansions.empty() || !pIncludeFiles.empty() ||
+               (pMainFile && !pMainFile->AtEnd());
+    }
+    // Reads and prepares the next line. A failure leaves Position() at it.
+    void ReadNextLine() {
+        pNextStatement = 0;
+        // Most lines come from the main file, whose lines are kept.
+        if (pExpansions.empty() && !pState.MaclibOpen && pIncludeFiles.empty())
+            TakeMainLine();
+        else
+            PrepareOtherLine();
+    }
+    // The next statement of the line, its lower-case word, and what is kept
+    // of it (main-file statements only, else nullptr).
+    struct Next {
+        const SourceStatement& Fields;
+        std::string_view Keyword;
+        MainFileLines::Prepared* Kept;
+    };
+    Next TakeStatement() {
+        const std::size_t index = pNextStatement++;
+        return {pStatements[index], pKeywords[index],
+                pPrepared.empty() ? nullptr : &pPrepared[index]};
+    }
+    // The operand list that the statements' FirstOperand counts in.
+    std::span<const std::string_view> Operands() const { return pOperands; }
+
+    // Where the line under way was read; NamesVersion changes whenever its
+    // file or macro name does.
+    const SourcePosition& Position() const { return pPosition; }
+    std::uint64_t NamesVersion() const { return pNamesVersion; }
+
+    bool OpenInclude(std::string_view name, std::string_view includingFile);
+    bool OpenMaclib(std::string_view name, std::string_view includingFile);
+    int MacroDepth() const { return static_cast<int>(pExpansions.size()); }
+    std::vector<ExpansionLevel>& Expansions() { return pExpansions; }
+    void PushExpansion(ExpansionLevel level);
+
+  private:
+    void LeaveFinishedExpansions();
+    void TakeMainLine();
+    void PrepareOtherLine();
+    void ReadOtherLine();
+    void ReadFromMaclib();
+    void ReadFromInclude();
+    void SetPosition(const std::string& file, int line, std::string_view macro);
+    void SetMainFilePosition();
+
+    RunState& pState;
+    std::optional<SourceFile> pMainFile;
+    MainFileLines pMainLines;
+    std::vector<SourceFile> pIncludeFiles;
+    std::optional<SourceFile> pMaclib;
+    std::vector<ExpansionLevel> pExpansions;
+
+    // The line under way: its statements are views into pLineText (lines
+    // not kept) or into the main file's kept lines.
+    std::string pLineText;
+    PreparedStatements pLine;
+    // The statements of an expansion's line while it is substituted.
+    ScannedLine pSubstitution;
+    std::span<const SourceStatement> pStatements;
+    std::span<const std::string_view> pKeywords;
+    std::span<const std::string_view> pOperands;
+    // Parallel to pStatements for a main-file line, empty otherwise.
+    std::span<MainFileLines::Prepared> pPrepared;
+    std::size_t pNextStatement = 0;
+    SourcePosition pPosition;
+    std::uint64_t pNamesVersion = 1;
+    bool pLineFromMainFile = false;
+};
+
+// Whether the statement under way is listed: a macro library is read in
+// pass 1 only, and its lines (and their diagnostics) are listed when the
+// user asked for library listings; else every line of the final pass while
+// the listing is on.
+inline void RecomputeListThisLine(RunState& state) {
+    state.ListThisLine =
+        state.MaclibOpen ? state.Options.ListMacLibs : state.CurrentPass == 0 && state.ListingOn;
+}
+
+} // namespace trident
