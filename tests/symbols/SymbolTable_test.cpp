@@ -105,7 +105,7 @@ TEST(SymbolTable, FullTableRefusesANewNameSilently) {
     SymbolTable table;
     EXPECT_EQ(SymbolTable::MaximumSymbols(), 10000);
     for (int i = 0; i < SymbolTable::SlotCount; ++i) {
-        table.SetVariable("S" + std::to_string(i), std::int32_t{i});
+        table.SetVariable('S' + std::to_string(i), std::int32_t{i});
         ASSERT_EQ(table.Index(), i);
     }
     table.SetVariable("one too many", std::int16_t{1});
