@@ -133,7 +133,7 @@ TEST(OpcodeTableRows, FaultsStopTheLoad) {
     for (const auto& [text, number, description] : cases) {
         OpcodeTable table;
         table.ReadRows("nop,0,1,blank,NO,8080\n");
-        const auto error = ErrorOf([&] { table.ReadRows(text); });
+        const auto error = ErrorOf([&, &text = text] { table.ReadRows(text); });
         ASSERT_TRUE(error) << text;
         EXPECT_EQ(error->Number(), number);
         EXPECT_EQ(error->Component(), "OpcodeTable");

@@ -213,7 +213,8 @@ TEST(Evaluate, PrecedenceAndPrecisionSettings) {
         {0, -1, {"1", "int 1", {{29, "-1"}}}},
     };
     for (const auto& [precedence, precision, c] : cases) {
-        Check(std::span(&c, 1), [&](ExpressionEvaluator& evaluator, const std::string& text) {
+        Check(std::span(&c, 1), [&, precedence = precedence, precision = precision](
+                                    ExpressionEvaluator& evaluator, const std::string& text) {
             evaluator.SetPrecedence(precedence);
             evaluator.SetPrecision(precision);
             return Evaluated(evaluator, text);
