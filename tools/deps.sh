@@ -4,8 +4,9 @@
 # what is there.
 set -euo pipefail
 
-# qt6-base-dev builds the window, trident, beside the batch tool.
-packages=(cmake g++ make libgtest-dev libcli11-dev libbenchmark-dev qt6-base-dev "$@")
+# qt6-base-dev builds the window, trident, beside the batch tool; the build
+# scripts compile through ccache.
+packages=(cmake g++ make ccache libgtest-dev libcli11-dev libbenchmark-dev qt6-base-dev "$@")
 
 missing=()
 for package in "${packages[@]}"; do

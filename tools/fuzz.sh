@@ -25,7 +25,7 @@ mkdir -p "$build"
 exec 9>"$build/.lock"
 flock 9
 cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_CXX_COMPILER=clang++ \
-    -DTRIDENT_FUZZ=ON -DTRIDENT_BUILD_TESTS=OFF -DTRIDENT_BUILD_BENCH=OFF >/dev/null
+    -DTRIDENT_FUZZ=ON -DTRIDENT_WERROR=ON -DTRIDENT_BUILD_TESTS=OFF -DTRIDENT_BUILD_BENCH=OFF >/dev/null
 cmake --build "$build" --target fuzz_all -j"$(nproc)"
 
 # Runs one target and leaves its exit status in build-fuzz/NAME.status.

@@ -10,7 +10,7 @@ tools/deps.sh
 build=${TRIDENT_ASAN_BUILD_DIR:-build-asan}
 # -O1 with line tables: half the build time of -O2 -g, readable reports, and
 # assert() left on.
-cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo -DTRIDENT_SANITIZE=ON \
+cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo -DTRIDENT_SANITIZE=ON -DTRIDENT_WERROR=ON \
     -DTRIDENT_BUILD_BENCH=OFF "-DCMAKE_CXX_FLAGS_RELWITHDEBINFO=-O1 -g1"
 cmake --build "$build" -j"$(nproc)"
 export ASAN_OPTIONS=${ASAN_OPTIONS:-detect_leaks=1}

@@ -68,9 +68,9 @@ std::string SymbolFile(Assembly& run) {
     return text;
 }
 
-// An output the command line asked for; its contents are made only then.
-// Contents are made when the file is written; a view, so that a text view
-// is written as it stands rather than copied first.
+// An output the command line asked for. Its contents are made only when the
+// file is written, and as a view, so that a text view is written as it
+// stands rather than copied first.
 struct OutputFile {
     std::string Path;
     std::function<std::string_view()> Contents;

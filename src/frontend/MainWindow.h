@@ -30,8 +30,9 @@ namespace trident {
 
 // The main window: the source box, the option boxes, the views of the
 // listing and the object texts, and the commands that assemble, stop, step
-// through diagnostics and save. All assembling is done by Assembly; the
-// window runs it in its own thread and serves its events between statements.
+// through diagnostics and save. All assembling is done by Assembly, in the
+// window's own thread: the run yields to the event loop between statements,
+// so the window stays live and Stop is heard.
 class MainWindow : public QMainWindow, private FrontEnd {
     Q_OBJECT
 

@@ -78,12 +78,12 @@ TEST(OpcodeTableRows, FindsTheFirstRowOfAMnemonicWithoutRegardToCase) {
 // A full table: every name is found at its row, and none past MaxRows.
 TEST(OpcodeTableRows, FindsEveryRowOfAFullTable) {
     std::string rows;
-    for (int row = 0; row < 300; ++row) rows += "r" + std::to_string(row) + ",0,1,blank,NO,8080\n";
+    for (int row = 0; row < 300; ++row) rows += 'r' + std::to_string(row) + ",0,1,blank,NO,8080\n";
     OpcodeTable table;
     table.ReadRows(rows);
     RunState state;
     for (int row = 0; row < 300; ++row)
-        EXPECT_EQ(table.FindMnemonic("R" + std::to_string(row), state),
+        EXPECT_EQ(table.FindMnemonic('R' + std::to_string(row), state),
                   row < OpcodeTable::MaxRows ? row : -1);
 }
 
@@ -133,7 +133,7 @@ TEST(OpcodeTableRows, FaultsStopTheLoad) {
     for (const auto& [text, number, description] : cases) {
         OpcodeTable table;
         table.ReadRows("nop,0,1,blank,NO,8080\n");
-        const auto error = ErrorOf([&] { table.ReadRows(text); });
+        const auto error = ErrorOf([&, &text = text] { table.ReadRows(text); });
         ASSERT_TRUE(error) << text;
         EXPECT_EQ(error->Number(), number);
         EXPECT_EQ(error->Component(), "OpcodeTable");

@@ -104,7 +104,7 @@ TEST(SymbolTable, RedefinitionReplacesOnlyTheValue) {
 TEST(SymbolTable, FullTableRefusesANewNameSilently) {
     SymbolTable table;
     for (int i = 0; i < SymbolTable::SlotCount; ++i)
-        ASSERT_EQ(table.SetVariable("S" + std::to_string(i), std::int32_t{i}), i);
+        ASSERT_EQ(table.SetVariable('S' + std::to_string(i), std::int32_t{i}), i);
     EXPECT_EQ(table.SetVariable("one too many", std::int16_t{1}), -1);
     EXPECT_FALSE(table.VariableExists("one too many"));
     EXPECT_EQ(table.SetVariable("S10000", std::int16_t{5}), 10000);
