@@ -103,26 +103,16 @@ bool Assembly::RunPass(std::int16_t pass, const std::filesystem::path& source) {
 void Assembly::StartPass(std::int16_t pass, const std::filesystem::path& source) {
     pFrontEnd.ShowPass(pass);
     pListing.ResetCounts();
-    pState.EndSeen = false;
-    pState.StartAddress = 0;
+    static_cast<PassState&>(pState) = PassState{};
     pState.CurrentPass = pass;
     pSymbols->CurrentPass = pass;
     pSymbols->SetCaseSensitive(pState.Options.CaseSensitiveSymbols);
-    pState.LocationCounter = 0;
-    pState.AnotherPassNeeded = false;
-    pState.UnresolvedDefinition = false;
-    pState.Skipping = false;
-    pState.LinesReadFromFile = 0;
-    pState.ExpandedMacroLines = 0;
-    pState.TotalLines = 0;
-    pState.IncludedLines = 0;
     if (pass == 1) {
         pState.MaclibLinesRead = 0;
         pState.HighestPass = 0;
     } else {
         pState.HighestPass = std::max<std::int32_t>(pState.HighestPass, pass);
     }
-    pState.ListingOn = true;
     pOutputs.SetLoaderStyle(pState.Options.Loader);
     pOutputs.Select(pState.Options.Objects);
     pOutputs.KeepColours(pState.Options.ColourRuns);

@@ -42,10 +42,7 @@ void Assembly::DefineSymbol(std::string_view name, const Value& value, std::stri
         // created with.
         return;
     }
-    if (IsEmpty(value)) {
-        pState.UnresolvedDefinition = true;
-        return;
-    }
+    if (IsEmpty(value)) return;
     const int slot =
         found ? symbols.SetVariable(name, value, *found) : symbols.SetVariable(name, value);
     if (slot < 0)
