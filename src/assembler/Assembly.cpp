@@ -64,11 +64,7 @@ bool Assembly::ResetForAssembly() {
     pSymbols->SetErrorSink(
         [this](std::string_view message, std::string_view detail) { ListError(message, detail); });
     pSymbols->SetReferenceSink([this](int slot) { RecordReference(slot); });
-    pOrigins.clear();
-    pReferences.clear();
-    pSortedReferences.clear();
-    pPlaceFile = nullptr;
-    pPlaceFiles.clear();
+    pCrossReference.Clear();
     pMacros = std::make_unique<MacroTable>();
     pOutputs.Clear();
     pFailureMessage.clear();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "assembler/ConditionalStack.h"
+#include "assembler/CrossReference.h"
 #include "assembler/FrontEnd.h"
 #include "assembler/Listing.h"
 #include "assembler/ListingReports.h"
@@ -182,13 +183,6 @@ class Assembly {
     void FinishOutputs();
     void RecordReference(int slot);
     void RecordDefinition(int slot, std::string_view kind);
-    // The statement's place for the cross-reference.
-    SourcePlace StatementPlace();
-    void FindPlaceFile();
-    struct SymbolOrigin;
-    SymbolOrigin& OriginOf(int slot);
-    // Fills pSortedReferences and every origin's share of it.
-    void GroupReferences();
 
     FrontEnd pSilentFrontEnd;
     FrontEnd& pFrontEnd;
@@ -200,31 +194,7 @@ class Assembly {
     OpcodeTable pOpcodes;
     std::unique_ptr<MacroTable> pMacros;
     ObjectOutputs pOutputs;
-    // Per symbol slot: how and where the final pass defined it and which
-    // statements referred to it.
-    struct SymbolOrigin {
-        std::string Kind;
-        SourcePlace DefinedAt;
-        // The latest reference: a statement is mentioned once.
-        SourcePlace LastReference;
-        // The symbol's references in pSortedReferences.
-        std::uint32_t FirstReference = 0;
-        std::uint32_t ReferenceCount = 0;
-    };
-    std::vector<SymbolOrigin> pOrigins;
-    // Every reference of the final pass in the order met, and the same
-    // grouped by symbol (made when the report asks for them).
-    struct Reference {
-        SourcePlace Place;
-        int Slot = 0;
-    };
-    std::vector<Reference> pReferences;
-    std::vector<SourcePlace> pSortedReferences;
-    // The file names of those places, each kept once; the latest one found
-    // and the statement names it was found for (pStatementNamesVersion).
-    std::set<std::string, std::less<>> pPlaceFiles;
-    const std::string* pPlaceFile = nullptr;
-    std::uint64_t pPlaceFileVersion = 0;
+    CrossReference pCrossReference;
     MacroProcessor pMacroBlocks;
     ZilogHandler pZilog;
 
