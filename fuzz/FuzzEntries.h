@@ -5,9 +5,9 @@
 // functions, so a fixed crash stays fixed.
 
 #include "assembler/Assembly.h"
-#include "assembler/LineScanner.h"
-#include "assembler/RunFailure.h"
-#include "assembler/RunState.h"
+#include "source/LineScanner.h"
+#include "source/RunFailure.h"
+#include "source/RunState.h"
 #include "base/Text.h"
 #include "encoder/OpcodeTable.h"
 #include "encoder/OpcodeTableError.h"

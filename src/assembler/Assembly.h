@@ -5,20 +5,22 @@
 #include "assembler/FrontEnd.h"
 #include "assembler/Listing.h"
 #include "assembler/ListingReports.h"
-#include "assembler/RunState.h"
-#include "assembler/Signedness.h"
 #include "assembler/SourcePlace.h"
 #include "assembler/SourceStack.h"
-#include "assembler/SourceStatement.h"
-#include "assembler/Statement.h"
-#include "assembler/StatementMemo.h"
+#include "encoder/EncoderContext.h"
 #include "encoder/OpcodeTable.h"
 #include "encoder/ZilogHandler.h"
 #include "expression/ExpressionEvaluator.h"
 #include "macros/ExpansionLevel.h"
+#include "macros/MacroContext.h"
 #include "macros/MacroProcessor.h"
 #include "macros/MacroTable.h"
 #include "output/ObjectOutputs.h"
+#include "source/RunState.h"
+#include "source/Signedness.h"
+#include "source/SourceStatement.h"
+#include "source/Statement.h"
+#include "source/StatementMemo.h"
 #include "symbols/SymbolTable.h"
 #include "symbols/Value.h"
 
@@ -37,7 +39,7 @@ namespace trident {
 // One assembly: the run state, the tables and texts it owns, and the pass
 // driver that turns a source file into them. Many assemblies may live in
 // one process; nothing is shared between them.
-class Assembly {
+class Assembly final : public EncoderContext, public MacroContext {
   public:
     enum class Outcome {
         NoSource,   // the source path is empty or names no file: nothing was done
@@ -67,12 +69,12 @@ class Assembly {
     // Honoured at the next statement boundary.
     void RequestStop() { pState.StopRequested = true; }
 
-    const RunState& State() const { return pState; }
-    RunState& State() { return pState; }
+    const RunState& State() const override { return pState; }
+    RunState& State() override { return pState; }
     const Listing& GetListing() const { return pListing; }
     SymbolTable& Symbols() { return *pSymbols; }
     // The instruction set, read from Options().OpcodeTableFile at every Assemble.
-    const OpcodeTable& Opcodes() const { return pOpcodes; }
+    const OpcodeTable& Opcodes() const override { return pOpcodes; }
     // The open conditional levels; they keep State().Skipping up to date.
     ConditionalStack& Conditionals() { return pConditionals; }
     // Why the run failed as a whole (Outcome::Failed), with the source line.
@@ -86,19 +88,20 @@ class Assembly {
     // Every symbol with its value, kind, definition and references, sorted
     // by name (the location counter "$" left out).
     std::vector<ListingReports::SymbolRow> SymbolReport();
-    MacroTable& Macros() { return *pMacros; }
+    MacroTable& Macros() override { return *pMacros; }
     // The collection of macro and repeat bodies, and macro calls.
     MacroProcessor& MacroBlocks() { return pMacroBlocks; }
 
     // --- Services for the statement handlers -------------------------------
-    void ListError(std::string_view message, std::string_view detail, bool force = false);
-    void ListWarning(std::string_view message, std::string_view detail, bool force = false);
+    void ListError(std::string_view message, std::string_view detail, bool force = false) override;
+    void ListWarning(std::string_view message, std::string_view detail,
+                     bool force = false) override;
     // Evaluates an expression; its faults become diagnostics of the statement.
-    Value Evaluate(std::string_view text);
+    Value Evaluate(std::string_view text) override;
     // Evaluates an operand of `width` bits (3, 8 or 16) with the range rules;
     // the result is an integer reduced to the width, or empty (unresolved).
     Value EvaluateOperand(std::string_view text, int width,
-                          Signedness signedness = Signedness::Either, bool force = false);
+                          Signedness signedness = Signedness::Either, bool force = false) override;
     ExpressionEvaluator& Evaluator() { return *pEvaluator; }
     // The characters of a quoted string operand (either kind of quotes, with
     // escapes); conversion faults become diagnostics of the statement.
@@ -110,7 +113,7 @@ class Assembly {
     bool OpenInclude(std::string_view name);
     bool OpenMaclib(std::string_view name);
     // Ends the pass and the assembly: the value needed now is not resolved.
-    void TerminalStop(std::string_view detail);
+    void TerminalStop(std::string_view detail) override;
     // Labels and equ names: defined once, duplicates reported in the final
     // pass. `kind` names the definition in the symbol report.
     void DefineSymbol(std::string_view name, const Value& value, std::string_view kind = "label");
@@ -126,20 +129,22 @@ class Assembly {
     std::string EmitValue(const Value& value, int width);
     // EmitValue for a value already reduced to its whole bits, appending the
     // listing text to `text` (nothing when the line will not be listed).
-    void EmitBits(std::uint32_t whole, int width, std::string& text);
+    void EmitBits(std::uint32_t whole, int width, std::string& text) override;
 
     // For keeping an instruction's encoding: counts that grow with every
     // operand value that is not a constant (and so may differ in a later
     // pass), and with that or any diagnostic raised; and the log that
     // EmitBits adds the values it emits to while one is set.
-    std::uint64_t VariableValues() const { return pVariableValues; }
-    std::uint64_t ChangeableEvents() const { return pVariableValues + pDiagnosticsRaised; }
-    void LogEmissions(KeptEncoding* log) { pEmissionLog = log; }
-    KeptEncoding* EmissionLog() const { return pEmissionLog; }
+    std::uint64_t VariableValues() const override { return pVariableValues; }
+    std::uint64_t ChangeableEvents() const override { return pVariableValues + pDiagnosticsRaised; }
+    void LogEmissions(KeptEncoding* log) override { pEmissionLog = log; }
+    KeptEncoding* EmissionLog() const override { return pEmissionLog; }
 
-    int MacroDepth() const { return pSources.MacroDepth(); }
-    std::vector<ExpansionLevel>& Expansions() { return pSources.Expansions(); }
-    void PushExpansion(ExpansionLevel level) { pSources.PushExpansion(std::move(level)); }
+    int MacroDepth() const override { return pSources.MacroDepth(); }
+    std::vector<ExpansionLevel>& Expansions() override { return pSources.Expansions(); }
+    void PushExpansion(ExpansionLevel level) override { pSources.PushExpansion(std::move(level)); }
+    int ConditionalDepth() const override { return pConditionals.Depth(); }
+    void CloseConditionalsTo(int depth) override { pConditionals.CloseTo(depth); }
     const SourcePosition& CurrentPosition() const { return pStatement.Where; }
 
   private:

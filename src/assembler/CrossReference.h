@@ -2,7 +2,7 @@
 
 #include "assembler/ListingReports.h"
 #include "assembler/SourcePlace.h"
-#include "assembler/SourcePosition.h"
+#include "source/SourcePosition.h"
 
 #include <cstdint>
 #include <set>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "assembler/SourcePosition.h"
+#include "source/SourcePosition.h"
 
 #include <string>
 

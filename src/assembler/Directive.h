@@ -1,6 +1,6 @@
 #pragma once
 
-#include "assembler/LineCategory.h"
+#include "source/LineCategory.h"
 
 #include <string_view>
 

@@ -7,6 +7,7 @@
 #include "assembler/SymbolDirectives.h"
 #include "base/TextHash.h"
 #include "encoder/InstructionHandler.h"
+#include "encoder/OperandReader.h"
 #include "encoder/ZilogTranslator.h"
 
 #include <array>
@@ -43,11 +44,18 @@ constexpr std::array<Directive, 7> MacroDirectives{{
     {"endm", Expansion, StrayEnd},
 }};
 
+// Instruction statements are read in Zilog notation from .zilog on, in
+// 8080 notation from .intel on.
+void SwitchNotation(Assembly& run, Statement& s, bool zilog) {
+    OperandReader(run, s).CheckOperandCount(0);
+    run.State().ZilogNotation = zilog;
+}
+
 constexpr std::array<Directive, 2> NotationDirectives{{
     {".zilog", LineCategory::Directive,
-     [](Assembly& run, Statement& s) { ZilogHandler::SwitchNotation(run, s, true); }},
+     [](Assembly& run, Statement& s) { SwitchNotation(run, s, true); }},
     {".intel", LineCategory::Directive,
-     [](Assembly& run, Statement& s) { ZilogHandler::SwitchNotation(run, s, false); }},
+     [](Assembly& run, Statement& s) { SwitchNotation(run, s, false); }},
 }};
 
 // The macro, data, control and notation directives by word; where two

@@ -2,8 +2,8 @@
 
 #include "assembler/Diagnostic.h"
 #include "assembler/FrontEnd.h"
-#include "assembler/RunState.h"
-#include "assembler/Statement.h"
+#include "source/RunState.h"
+#include "source/Statement.h"
 #include "output/ColouredText.h"
 
 #include <string_view>

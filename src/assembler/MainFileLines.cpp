@@ -1,6 +1,6 @@
 #include "assembler/MainFileLines.h"
 
-#include "assembler/RunFailure.h"
+#include "source/RunFailure.h"
 
 #include <algorithm>
 #include <cstdint>

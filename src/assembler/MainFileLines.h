@@ -3,8 +3,8 @@
 #include "assembler/OperandMemoStore.h"
 #include "assembler/PreparedLine.h"
 #include "assembler/SourceFile.h"
-#include "assembler/SourceStatement.h"
-#include "assembler/StatementMemo.h"
+#include "source/SourceStatement.h"
+#include "source/StatementMemo.h"
 
 #include <cstddef>
 #include <cstdint>

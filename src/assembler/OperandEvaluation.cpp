@@ -1,7 +1,7 @@
 // Turning operand text into values: evaluation with the evaluator's faults
 // turned into listing diagnostics, and the range rules of each width.
 #include "assembler/Assembly.h"
-#include "assembler/StatementMemo.h"
+#include "source/StatementMemo.h"
 
 #include <cmath>
 #include <cstdint>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "assembler/StatementMemo.h"
+#include "source/StatementMemo.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,7 +1,7 @@
 #include "assembler/PreparedLine.h"
 
-#include "assembler/LineScanner.h"
-#include "assembler/RunFailure.h"
+#include "source/LineScanner.h"
+#include "source/RunFailure.h"
 #include "base/Text.h"
 
 #include <algorithm>

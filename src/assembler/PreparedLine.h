@@ -1,6 +1,6 @@
 #pragma once
 
-#include "assembler/SourceStatement.h"
+#include "source/SourceStatement.h"
 
 #include <cstddef>
 #include <deque>

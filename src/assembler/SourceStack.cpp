@@ -1,6 +1,6 @@
 #include "assembler/SourceStack.h"
 
-#include "assembler/RunFailure.h"
+#include "source/RunFailure.h"
 #include "macros/MacroText.h"
 
 #include <algorithm>

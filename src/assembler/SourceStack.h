@@ -2,11 +2,11 @@
 
 #include "assembler/MainFileLines.h"
 #include "assembler/PreparedLine.h"
-#include "assembler/RunState.h"
-#include "assembler/ScannedLine.h"
+#include "source/RunState.h"
+#include "source/ScannedLine.h"
 #include "assembler/SourceFile.h"
-#include "assembler/SourcePosition.h"
-#include "assembler/SourceStatement.h"
+#include "source/SourcePosition.h"
+#include "source/SourceStatement.h"
 #include "macros/ExpansionLevel.h"
 
 #include <cstddef>

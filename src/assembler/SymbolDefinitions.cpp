@@ -1,7 +1,7 @@
 // Giving names their values: labels and equ names once, set names at will.
 #include "assembler/Assembly.h"
-#include "assembler/RunFailure.h"
-#include "assembler/StatementMemo.h"
+#include "source/RunFailure.h"
+#include "source/StatementMemo.h"
 
 namespace trident {
 namespace {

@@ -1,6 +1,6 @@
 #include "assembler/ValueColumn.h"
 
-#include "assembler/Statement.h"
+#include "source/Statement.h"
 #include "output/HexText.h"
 
 #include <algorithm>

@@ -1,8 +1,9 @@
 #include "encoder/InstructionEncoding.h"
 
-#include "assembler/Assembly.h"
 #include "base/Text.h"
+#include "encoder/EncoderContext.h"
 #include "encoder/NameKey.h"
+#include "source/Statement.h"
 
 #include <algorithm>
 #include <array>
@@ -79,7 +80,8 @@ const InstructionEncoding::ClassRule* InstructionEncoding::RuleFor(OperandClass 
     return &ByClass[code];
 }
 
-InstructionEncoding::InstructionEncoding(Assembly& run, Statement& statement, const OpcodeRow& row)
+InstructionEncoding::InstructionEncoding(EncoderContext& run, Statement& statement,
+                                         const OpcodeRow& row)
     : pRun(run), pStatement(statement), pRow(row), pRule(RuleFor(row.Class)),
       pOperands(run, statement) {}
 

@@ -9,7 +9,7 @@
 
 namespace trident {
 
-class Assembly;
+class EncoderContext;
 struct Statement;
 
 // The encoding of one instruction statement by its opcode table row: the
@@ -19,7 +19,7 @@ struct Statement;
 // same size in every pass.
 class InstructionEncoding {
   public:
-    InstructionEncoding(Assembly& run, Statement& statement, const OpcodeRow& row);
+    InstructionEncoding(EncoderContext& run, Statement& statement, const OpcodeRow& row);
 
     void Encode();
     // Whether the encoding depends on nothing but the row and the values of
@@ -72,7 +72,7 @@ class InstructionEncoding {
     // Whether the operand at `index` is `text` (lower case), without regard to case.
     bool OperandIs(int index, std::string_view text) const;
 
-    Assembly& pRun;
+    EncoderContext& pRun;
     Statement& pStatement;
     const OpcodeRow& pRow;
     const ClassRule* pRule; // nullptr for a class without an encoding

@@ -1,12 +1,14 @@
 #include "encoder/InstructionHandler.h"
 
-#include "assembler/Assembly.h"
-#include "assembler/StatementMemo.h"
+#include "encoder/EncoderContext.h"
 #include "encoder/InstructionEncoding.h"
+#include "encoder/OpcodeTable.h"
+#include "source/Statement.h"
+#include "source/StatementMemo.h"
 
 namespace trident {
 
-bool InstructionHandler::EncodeInstruction(Assembly& run, Statement& statement) {
+bool InstructionHandler::EncodeInstruction(EncoderContext& run, Statement& statement) {
     if (statement.Operation.empty()) return false;
     const std::int16_t index = FindRow(run, statement);
     if (index < 0) return false;
@@ -31,20 +33,20 @@ namespace {
 // The log of emitted values is set for one encoding only, whatever ends it.
 class EmissionWatch {
   public:
-    EmissionWatch(Assembly& run, KeptEncoding& log) : pRun(run) { pRun.LogEmissions(&log); }
+    EmissionWatch(EncoderContext& run, KeptEncoding& log) : pRun(run) { pRun.LogEmissions(&log); }
     ~EmissionWatch() { pRun.LogEmissions(nullptr); }
     EmissionWatch(const EmissionWatch&) = delete;
     EmissionWatch& operator=(const EmissionWatch&) = delete;
 
   private:
-    Assembly& pRun;
+    EncoderContext& pRun;
 };
 
 } // namespace
 
 // An encoding that raised no diagnostic and met no operand value that may
 // change (so none but constants) emits the same values in every pass.
-inline void InstructionHandler::EncodeAndKeep(Assembly& run, Statement& statement,
+inline void InstructionHandler::EncodeAndKeep(EncoderContext& run, Statement& statement,
                                               InstructionEncoding& encoding, KeptEncoding& kept) {
     KeptEncoding log;
     const std::uint64_t values = run.VariableValues();
@@ -63,7 +65,8 @@ inline void InstructionHandler::EncodeAndKeep(Assembly& run, Statement& statemen
 
 // What the encoding did, done again: the index registers noted (their
 // warning follows the option as it is now), then the values emitted.
-void InstructionHandler::EmitAgain(Assembly& run, Statement& statement, const KeptEncoding& kept) {
+void InstructionHandler::EmitAgain(EncoderContext& run, Statement& statement,
+                                   const KeptEncoding& kept) {
     for (std::size_t note = 0; note < kept.NoteCount(); ++note)
         OperandReader::WarnIndexRegister(
             run, statement, statement.OperandList[static_cast<std::size_t>(kept.Note(note))]);
@@ -75,7 +78,7 @@ void InstructionHandler::EmitAgain(Assembly& run, Statement& statement, const Ke
 // The table stays the same through an assembly, and so does a kept
 // statement's word: its row is looked up once, but marks its processor as
 // used in every pass, as a look-up does.
-std::int16_t InstructionHandler::FindRow(Assembly& run, const Statement& statement) {
+std::int16_t InstructionHandler::FindRow(EncoderContext& run, const Statement& statement) {
     const OpcodeTable& table = run.Opcodes();
     StatementMemo* memo = statement.Memo;
     if (memo == nullptr) return table.FindKeyword(statement.Keyword, run.State());
@@ -90,7 +93,8 @@ std::int16_t InstructionHandler::FindRow(Assembly& run, const Statement& stateme
 // Z80 and Z180 instructions are always assembled, whatever processor the
 // source is meant for; the warning tells the user, unless the processor's
 // box is checked.
-void InstructionHandler::MarkProcessor(Assembly& run, Statement& statement, const OpcodeRow& row) {
+void InstructionHandler::MarkProcessor(EncoderContext& run, Statement& statement,
+                                       const OpcodeRow& row) {
     const RunOptions& options = run.State().Options;
     statement.Z80Row = row.Family == RowCpu::Z80;
     statement.Z180Row = row.Family == RowCpu::Z180;

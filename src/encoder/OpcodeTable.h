@@ -1,7 +1,7 @@
 #pragma once
 
-#include "assembler/RunState.h"
 #include "encoder/OpcodeRow.h"
+#include "source/RunState.h"
 
 #include <cstdint>
 #include <filesystem>

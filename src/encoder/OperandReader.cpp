@@ -1,9 +1,10 @@
 #include "encoder/OperandReader.h"
 
-#include "assembler/Assembly.h"
-#include "assembler/StatementMemo.h"
 #include "base/Text.h"
+#include "encoder/EncoderContext.h"
 #include "encoder/RegisterTable.h"
+#include "source/Statement.h"
+#include "source/StatementMemo.h"
 
 #include <array>
 
@@ -96,7 +97,7 @@ void OperandReader::NoteIndexRegister(int index, std::string_view operand) {
     WarnIndexRegister(pRun, pStatement, operand);
 }
 
-void OperandReader::WarnIndexRegister(Assembly& run, Statement& statement,
+void OperandReader::WarnIndexRegister(EncoderContext& run, Statement& statement,
                                       std::string_view operand) {
     statement.IndexUsed = true;
     if (!run.State().Options.Z80) run.ListWarning("z80 warning ", operand);

@@ -1,16 +1,16 @@
 #pragma once
 
-#include "assembler/Statement.h"
-#include "assembler/StatementMemo.h"
 #include "encoder/RegisterEntry.h"
 #include "encoder/RegisterOperand.h"
+#include "source/Statement.h"
+#include "source/StatementMemo.h"
 
 #include <cstdint>
 #include <string_view>
 
 namespace trident {
 
-class Assembly;
+class EncoderContext;
 
 // What an operand position asks of a register name.
 enum class RegisterWidth {
@@ -24,7 +24,7 @@ enum class RegisterWidth {
 // the reading of register operands, with their diagnostics.
 class OperandReader {
   public:
-    OperandReader(Assembly& run, Statement& statement) : pRun(run), pStatement(statement) {}
+    OperandReader(EncoderContext& run, Statement& statement) : pRun(run), pStatement(statement) {}
 
     // Reports a count that differs from `expected`; the encoding goes on.
     void CheckOperandCount(std::int16_t expected) const;
@@ -39,7 +39,8 @@ class OperandReader {
     RegisterOperand ReadRegister(int index, RegisterWidth width);
     // An index register met in `operand` colours the statement, and is
     // warned about unless the Z80 box is checked.
-    static void WarnIndexRegister(Assembly& run, Statement& statement, std::string_view operand);
+    static void WarnIndexRegister(EncoderContext& run, Statement& statement,
+                                  std::string_view operand);
 
   private:
     // How an operand reads as a register, worked out from its text alone:
@@ -55,7 +56,7 @@ class OperandReader {
     void NoteIndexRegister(int index, std::string_view operand);
     void CheckWidth(std::string_view operand, const RegisterEntry& entry, RegisterWidth width);
 
-    Assembly& pRun;
+    EncoderContext& pRun;
     Statement& pStatement;
 };
 

@@ -1,10 +1,11 @@
 #include "encoder/ZilogHandler.h"
 
-#include "assembler/Assembly.h"
 #include "base/Text.h"
+#include "encoder/EncoderContext.h"
 #include "encoder/InstructionHandler.h"
 #include "encoder/OperandReader.h"
 #include "encoder/ZilogTranslator.h"
+#include "source/Statement.h"
 
 #include <string_view>
 
@@ -24,14 +25,9 @@ std::string Joined(const std::vector<std::string>& operands) {
 
 } // namespace
 
-void ZilogHandler::SwitchNotation(Assembly& run, Statement& statement, bool zilog) {
-    OperandReader(run, statement).CheckOperandCount(0);
-    run.State().ZilogNotation = zilog;
-}
-
 // The 8080-style statement is encoded in place of the Zilog one; the
 // listing still shows the operation and operands as the user wrote them.
-void ZilogHandler::Encode(Assembly& run, Statement& statement) {
+void ZilogHandler::Encode(EncoderContext& run, Statement& statement) {
     SeparateAlternateAfComment(statement);
     statement.Category = LineCategory::Instruction;
     const std::optional<ZilogTranslator::IntelForm> form =

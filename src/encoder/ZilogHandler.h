@@ -5,17 +5,15 @@
 
 namespace trident {
 
-class Assembly;
+class EncoderContext;
 struct Statement;
 
-// The Zilog notation: the .zilog and .intel directives that switch it, and,
-// while it is on, the statements whose operation word is a Zilog mnemonic,
-// encoded as their 8080-style equivalents.
+// The Zilog notation: while it is on, the statements whose operation word
+// is a Zilog mnemonic, encoded as their 8080-style equivalents.
 class ZilogHandler {
   public:
-    static void SwitchNotation(Assembly& run, Statement& statement, bool zilog);
     // Encodes a statement whose word is a Zilog mnemonic.
-    void Encode(Assembly& run, Statement& statement);
+    void Encode(EncoderContext& run, Statement& statement);
 
   private:
     void SeparateAlternateAfComment(Statement& statement);

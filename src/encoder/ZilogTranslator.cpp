@@ -1,7 +1,8 @@
 #include "encoder/ZilogTranslator.h"
 
-#include "assembler/Assembly.h"
+#include "encoder/EncoderContext.h"
 #include "encoder/ZilogOperand.h"
+#include "source/Statement.h"
 
 #include <algorithm>
 #include <array>
@@ -333,7 +334,7 @@ std::vector<std::string> KeptOperands(Keep kept, const std::vector<ZilogOperand>
 // The number that picks the instruction of rst and im. Before it is known
 // (a forward reference in an early pass) any valid number will do, as every
 // choice has the same size.
-std::optional<std::int32_t> ChoosingNumber(Assembly& run, const ZilogOperand& operand) {
+std::optional<std::int32_t> ChoosingNumber(EncoderContext& run, const ZilogOperand& operand) {
     const Value value = run.Evaluate(operand.Intel);
     if (IsEmpty(value)) return 0;
     const std::optional<double> number = AsNumber(value);
@@ -342,7 +343,7 @@ std::optional<std::int32_t> ChoosingNumber(Assembly& run, const ZilogOperand& op
     return static_cast<std::int32_t>(*number);
 }
 
-std::optional<ZilogTranslator::IntelForm> Rewrite(Assembly& run, const ZilogForm& form,
+std::optional<ZilogTranslator::IntelForm> Rewrite(EncoderContext& run, const ZilogForm& form,
                                                   const std::vector<ZilogOperand>& operands) {
     const std::string intel(form.Intel);
     switch (form.Name) {
@@ -372,7 +373,7 @@ bool ZilogTranslator::IsZilogMnemonic(std::string_view keyword) {
                        [&](const ZilogForm& form) { return form.Zilog == keyword; });
 }
 
-std::optional<ZilogTranslator::IntelForm> ZilogTranslator::Translate(Assembly& run,
+std::optional<ZilogTranslator::IntelForm> ZilogTranslator::Translate(EncoderContext& run,
                                                                      const Statement& statement) {
     std::vector<ZilogOperand> operands;
     for (const std::string_view text : statement.OperandList)

@@ -7,7 +7,7 @@
 
 namespace trident {
 
-class Assembly;
+class EncoderContext;
 struct Statement;
 
 // Reads an instruction statement written in Zilog notation as the 8080-style
@@ -26,7 +26,7 @@ class ZilogTranslator {
     // The 8080-style form of the statement, or nothing when its operands fit
     // no Zilog form of its mnemonic. The restart and interrupt mode numbers
     // are evaluated here, since they choose the 8080-style instruction.
-    static std::optional<IntelForm> Translate(Assembly& run, const Statement& statement);
+    static std::optional<IntelForm> Translate(EncoderContext& run, const Statement& statement);
 };
 
 } // namespace trident

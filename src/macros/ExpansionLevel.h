@@ -1,8 +1,8 @@
 #pragma once
 
-#include "assembler/SourcePosition.h"
 #include "macros/BlockType.h"
 #include "macros/ParameterMap.h"
+#include "source/SourcePosition.h"
 
 #include <cstddef>
 #include <string>

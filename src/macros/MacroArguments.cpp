@@ -1,8 +1,10 @@
 #include "macros/MacroArguments.h"
 
-#include "assembler/Assembly.h"
-#include "assembler/LineScanner.h"
 #include "base/Text.h"
+#include "macros/MacroContext.h"
+#include "macros/MacroTable.h"
+#include "source/LineScanner.h"
+#include "source/Statement.h"
 
 namespace trident::MacroArguments {
 namespace {
@@ -19,7 +21,7 @@ std::string_view Unbracketed(std::string_view text) {
 
 } // namespace
 
-std::string BoundText(Assembly& run, std::string_view argument) {
+std::string BoundText(MacroContext& run, std::string_view argument) {
     std::string text = std::string(TrimBlanks(argument));
     if (text.empty() || text.front() != EvaluateMark) return text;
     const Value value = run.EvaluateOperand(std::string_view(text).substr(1), 16);
@@ -27,7 +29,7 @@ std::string BoundText(Assembly& run, std::string_view argument) {
     return std::to_string(number ? static_cast<long long>(*number) : 0);
 }
 
-std::vector<std::string> ListItems(Assembly& run, std::span<const std::string> arguments) {
+std::vector<std::string> ListItems(MacroContext& run, std::span<const std::string> arguments) {
     std::vector<std::string> written;
     if (arguments.size() == 1 && Bracketed(TrimBlanks(arguments.front())))
         LineScanner::SplitMacroArguments(Unbracketed(TrimBlanks(arguments.front())), written);
@@ -39,7 +41,7 @@ std::vector<std::string> ListItems(Assembly& run, std::span<const std::string> a
     return items;
 }
 
-std::vector<std::string> TextCharacters(Assembly& run, std::string_view text) {
+std::vector<std::string> TextCharacters(MacroContext& run, std::string_view text) {
     const std::string trimmed = std::string(TrimBlanks(text));
     // Blanks inside the brackets are characters of the text.
     const std::string_view written = Unbracketed(trimmed);

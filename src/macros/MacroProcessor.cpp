@@ -1,11 +1,13 @@
 #include "macros/MacroProcessor.h"
 
-#include "assembler/Assembly.h"
-#include "assembler/LineScanner.h"
 #include "base/Text.h"
 #include "macros/ExpansionLevel.h"
 #include "macros/MacroArguments.h"
+#include "macros/MacroContext.h"
+#include "macros/MacroTable.h"
 #include "macros/MacroText.h"
+#include "source/LineScanner.h"
+#include "source/Statement.h"
 
 #include <algorithm>
 #include <array>
@@ -52,14 +54,14 @@ std::string LocalName(int number) {
 
 } // namespace
 
-void MacroProcessor::StartPass(Assembly& run) {
+void MacroProcessor::StartPass(MacroContext& run) {
     pDepth = 0;
     pBlock = OpenBlock{};
     pLocalCounter = 1;
     if (run.State().CurrentPass == 1) pParameterNames.clear();
 }
 
-bool MacroProcessor::CollectBody(Assembly& run, Statement& statement) {
+bool MacroProcessor::CollectBody(MacroContext& run, Statement& statement) {
     if (pDepth == 0) return false;
     const std::string_view word = statement.Keyword;
     if (word == EndWord && pDepth == 1) {
@@ -75,13 +77,13 @@ bool MacroProcessor::CollectBody(Assembly& run, Statement& statement) {
     statement.Category = LineCategory::MacDef;
     // Body lines are text for later: their labels define nothing now.
     statement.LabelTaken = true;
-    if (!run.Options().ListMacroDefinitions) statement.SuppressListing = true;
+    if (!run.State().Options.ListMacroDefinitions) statement.SuppressListing = true;
     return true;
 }
 
 // The label is the macro's name, not a symbol; the operands are the names
 // of its parameters.
-void MacroProcessor::OpenMacro(Assembly& run, Statement& statement) {
+void MacroProcessor::OpenMacro(MacroContext& run, Statement& statement) {
     statement.LabelTaken = true;
     pDepth = 1;
     pBlock = OpenBlock{};
@@ -97,7 +99,7 @@ void MacroProcessor::OpenMacro(Assembly& run, Statement& statement) {
         pBlock.Arguments.push_back(std::string(TrimBlanks(name)));
 }
 
-void MacroProcessor::OpenRepeat(Assembly& run, Statement& statement, BlockType type) {
+void MacroProcessor::OpenRepeat(MacroContext& run, Statement& statement, BlockType type) {
     pDepth = 1;
     pBlock = OpenBlock{};
     pBlock.Type = type;
@@ -119,7 +121,7 @@ void MacroProcessor::Append(const Statement& statement) {
     pBlock.Body += "\r\n";
 }
 
-void MacroProcessor::Close(Assembly& run, Statement& statement) {
+void MacroProcessor::Close(MacroContext& run, Statement& statement) {
     if (pBlock.Type != BlockType::Macro) {
         statement.Category = LineCategory::MacExpand;
         if (pBlock.Usable) StartRepeat(run);
@@ -132,12 +134,12 @@ void MacroProcessor::Close(Assembly& run, Statement& statement) {
     pParameterNames.insert_or_assign(pBlock.Name, std::move(pBlock.Arguments));
 }
 
-void MacroProcessor::StartRepeat(Assembly& run) {
+void MacroProcessor::StartRepeat(MacroContext& run) {
     ExpansionLevel level;
     level.Type = pBlock.Type;
     level.Name = pBlock.Name;
     level.InvokedAt = pBlock.At;
-    level.ConditionalDepth = run.Conditionals().Depth();
+    level.ConditionalDepth = run.ConditionalDepth();
     if (!PlanIterations(run, level) || level.Iterations <= 0) return;
     level.Text = std::move(pBlock.Body);
     if (level.Text.empty()) return;
@@ -145,7 +147,7 @@ void MacroProcessor::StartRepeat(Assembly& run) {
     run.PushExpansion(std::move(level));
 }
 
-bool MacroProcessor::PlanIterations(Assembly& run, ExpansionLevel& level) const {
+bool MacroProcessor::PlanIterations(MacroContext& run, ExpansionLevel& level) const {
     if (level.Type == BlockType::Rept) return PlanCount(run, level);
     const std::vector<std::string>& arguments = pBlock.Arguments;
     level.Parameter = TrimBlanks(arguments.front());
@@ -161,7 +163,7 @@ bool MacroProcessor::PlanIterations(Assembly& run, ExpansionLevel& level) const 
 }
 
 // The count is taken when the block closes, and must be known then.
-bool MacroProcessor::PlanCount(Assembly& run, ExpansionLevel& level) const {
+bool MacroProcessor::PlanCount(MacroContext& run, ExpansionLevel& level) const {
     const std::string count = std::string(TrimBlanks(pBlock.Arguments.front()));
     const std::optional<double> number =
         AsNumber(run.EvaluateOperand(count, 16, Signedness::Signed));
@@ -173,7 +175,7 @@ bool MacroProcessor::PlanCount(Assembly& run, ExpansionLevel& level) const {
     return true;
 }
 
-void MacroProcessor::Local(Assembly& run, const Statement& statement) {
+void MacroProcessor::Local(MacroContext& run, const Statement& statement) {
     if (run.MacroDepth() == 0) {
         run.ListError(OutsideMacros, statement.Operation);
         return;
@@ -189,7 +191,7 @@ void MacroProcessor::Local(Assembly& run, const Statement& statement) {
 
 // Leaves the current level at once (a repeat block with all its remaining
 // iterations); the conditionals opened inside it end with it.
-void MacroProcessor::ExitMacro(Assembly& run, const Statement& statement) {
+void MacroProcessor::ExitMacro(MacroContext& run, const Statement& statement) {
     if (run.MacroDepth() == 0) {
         run.ListError(OutsideMacros, statement.Operation);
         return;
@@ -197,10 +199,10 @@ void MacroProcessor::ExitMacro(Assembly& run, const Statement& statement) {
     std::vector<ExpansionLevel>& levels = run.Expansions();
     const int depth = levels.back().ConditionalDepth;
     levels.pop_back();
-    run.Conditionals().CloseTo(depth);
+    run.CloseConditionalsTo(depth);
 }
 
-bool MacroProcessor::Invoke(Assembly& run, Statement& statement) {
+bool MacroProcessor::Invoke(MacroContext& run, Statement& statement) {
     if (statement.Operation.empty()) return false;
     const std::string& body = run.Macros().MacroDefinition(statement.Keyword);
     if (body.empty()) return false;
@@ -209,7 +211,7 @@ bool MacroProcessor::Invoke(Assembly& run, Statement& statement) {
     level.Name = statement.Operation;
     level.Text = body;
     level.InvokedAt = statement.Where;
-    level.ConditionalDepth = run.Conditionals().Depth();
+    level.ConditionalDepth = run.ConditionalDepth();
     BindArguments(run, statement, level.Parameters);
     run.PushExpansion(std::move(level));
     return true;
@@ -217,7 +219,7 @@ bool MacroProcessor::Invoke(Assembly& run, Statement& statement) {
 
 // Parameters without an argument stand for the empty text; arguments
 // without a parameter are dropped with a warning.
-void MacroProcessor::BindArguments(Assembly& run, const Statement& statement,
+void MacroProcessor::BindArguments(MacroContext& run, const Statement& statement,
                                    ParameterMap& parameters) {
     std::vector<std::string>& arguments = pArguments;
     LineScanner::SplitMacroArguments(statement.Operands, arguments);

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "assembler/SourcePosition.h"
 #include "base/TextHash.h"
 #include "macros/BlockType.h"
+#include "source/SourcePosition.h"
 
 #include <functional>
 #include <string>
@@ -12,7 +12,7 @@
 
 namespace trident {
 
-class Assembly;
+class MacroContext;
 class ParameterMap;
 struct ExpansionLevel;
 struct Statement;
@@ -28,20 +28,20 @@ class MacroProcessor {
     // Clears the open block and restarts the local names; the first pass of
     // an assembly also forgets the parameter names of the last assembly,
     // whose macro table is gone.
-    void StartPass(Assembly& run);
+    void StartPass(MacroContext& run);
 
     // While a block is open every statement belongs to its body.
-    bool CollectBody(Assembly& run, Statement& statement);
+    bool CollectBody(MacroContext& run, Statement& statement);
     // Whether a block is open; every statement asks.
     bool Collecting() const { return pDepth > 0; }
     // A macro's definition line opens its body; the label is its name.
-    void OpenMacro(Assembly& run, Statement& statement);
+    void OpenMacro(MacroContext& run, Statement& statement);
     // rept, irp and irpc open their bodies.
-    void OpenRepeat(Assembly& run, Statement& statement, BlockType type);
-    void Local(Assembly& run, const Statement& statement);
-    static void ExitMacro(Assembly& run, const Statement& statement);
+    void OpenRepeat(MacroContext& run, Statement& statement, BlockType type);
+    void Local(MacroContext& run, const Statement& statement);
+    static void ExitMacro(MacroContext& run, const Statement& statement);
     // A statement whose operation names a stored macro.
-    bool Invoke(Assembly& run, Statement& statement);
+    bool Invoke(MacroContext& run, Statement& statement);
 
   private:
     struct OpenBlock {
@@ -59,13 +59,13 @@ class MacroProcessor {
     };
 
     void Append(const Statement& statement);
-    void Close(Assembly& run, Statement& statement);
-    void StartRepeat(Assembly& run);
+    void Close(MacroContext& run, Statement& statement);
+    void StartRepeat(MacroContext& run);
     // Sets the iterations and items of a repeat level; false when the run
     // must stop because the rept count is not resolved.
-    bool PlanIterations(Assembly& run, ExpansionLevel& level) const;
-    bool PlanCount(Assembly& run, ExpansionLevel& level) const;
-    void BindArguments(Assembly& run, const Statement& statement, ParameterMap& parameters);
+    bool PlanIterations(MacroContext& run, ExpansionLevel& level) const;
+    bool PlanCount(MacroContext& run, ExpansionLevel& level) const;
+    void BindArguments(MacroContext& run, const Statement& statement, ParameterMap& parameters);
 
     // Open blocks, the outermost one included; 0 when nothing is collected.
     unsigned pDepth = 0;

@@ -1,7 +1,7 @@
 #include "macros/MacroText.h"
 
-#include "assembler/LineScanner.h"
-#include "assembler/SourceStatement.h"
+#include "source/LineScanner.h"
+#include "source/SourceStatement.h"
 
 #include <array>
 

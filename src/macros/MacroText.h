@@ -1,7 +1,7 @@
 #pragma once
 
-#include "assembler/ScannedLine.h"
 #include "macros/ParameterMap.h"
+#include "source/ScannedLine.h"
 
 #include <span>
 #include <string>

@@ -1,6 +1,6 @@
 #include "SourceRun.h"
 #include "assembler/ListingColours.h"
-#include "assembler/RunFailure.h"
+#include "source/RunFailure.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>

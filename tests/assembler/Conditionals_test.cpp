@@ -1,6 +1,6 @@
 #include "SourceRun.h"
 #include "assembler/ConditionalStack.h"
-#include "assembler/RunFailure.h"
+#include "source/RunFailure.h"
 
 #include <gtest/gtest.h>
 

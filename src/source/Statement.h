@@ -1,7 +1,7 @@
 #pragma once
 
-#include "assembler/LineCategory.h"
-#include "assembler/SourcePosition.h"
+#include "source/LineCategory.h"
+#include "source/SourcePosition.h"
 
 #include <span>
 #include <string>

@@ -1,5 +1,5 @@
-#include "assembler/LineScanner.h"
-#include "assembler/RunFailure.h"
+#include "source/LineScanner.h"
+#include "source/RunFailure.h"
 #include "base/Text.h"
 
 #include <gtest/gtest.h>

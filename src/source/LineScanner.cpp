@@ -1,7 +1,7 @@
-#include "assembler/LineScanner.h"
+#include "source/LineScanner.h"
 
-#include "assembler/RunFailure.h"
 #include "expression/CharTests.h"
+#include "source/RunFailure.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "assembler/RunOptions.h"
+#include "source/RunOptions.h"
 
 #include <array>
 #include <cstdint>

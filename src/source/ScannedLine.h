@@ -1,7 +1,7 @@
 #pragma once
 
-#include "assembler/LineScanner.h"
-#include "assembler/SourceStatement.h"
+#include "source/LineScanner.h"
+#include "source/SourceStatement.h"
 
 #include <span>
 #include <string_view>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "assembler/KeptEncoding.h"
-#include "assembler/LineScanner.h"
 #include "expression/ProgramHandle.h"
+#include "source/KeptEncoding.h"
+#include "source/LineScanner.h"
 #include "symbols/SymbolSlot.h"
 
 #include <algorithm>
