@@ -1,10 +1,9 @@
 #include "assembler/Assembly.h"
 
-#include "source/LineScanner.h"
-#include "source/RunFailure.h"
 #include "base/Text.h"
 #include "encoder/OpcodeTableError.h"
-#include "output/HexText.h"
+#include "source/LineScanner.h"
+#include "source/RunFailure.h"
 
 #include <algorithm>
 #include <cmath>
@@ -15,8 +14,8 @@
 namespace trident {
 
 Assembly::Assembly(FrontEnd* frontEnd)
-    : pFrontEnd(frontEnd ? *frontEnd : pSilentFrontEnd), pListing(pState, pFrontEnd),
-      pSymbols(std::make_unique<SymbolTable>()),
+    : EncoderContext(pState, pOpcodes), pFrontEnd(frontEnd ? *frontEnd : pSilentFrontEnd),
+      pListing(pState, pFrontEnd), pSymbols(std::make_unique<SymbolTable>()),
       pEvaluator(std::make_unique<ExpressionEvaluator>()), pMacros(std::make_unique<MacroTable>()) {
     pEvaluator->SetVariables(pSymbols.get());
 }
@@ -66,7 +65,7 @@ bool Assembly::ResetForAssembly() {
     pSymbols->SetReferenceSink([this](int slot) { RecordReference(slot); });
     pCrossReference.Clear();
     pMacros = std::make_unique<MacroTable>();
-    pOutputs.Clear();
+    pEmitter.Outputs().Clear();
     pFailureMessage.clear();
     return LoadOpcodeTable();
 }
@@ -109,11 +108,11 @@ void Assembly::StartPass(std::int16_t pass, const std::filesystem::path& source)
     } else {
         pState.HighestPass = std::max<std::int32_t>(pState.HighestPass, pass);
     }
-    pOutputs.SetLoaderStyle(pState.Options.Loader);
-    pOutputs.Select(pState.Options.Objects);
-    pOutputs.KeepColours(pState.Options.ColourRuns);
+    pEmitter.Outputs().SetLoaderStyle(pState.Options.Loader);
+    pEmitter.Outputs().Select(pState.Options.Objects);
+    pEmitter.Outputs().KeepColours(pState.Options.ColourRuns);
     pListing.Text().KeepColours(pState.Options.ColourRuns);
-    pOutputs.StartPass(pass == 0);
+    pEmitter.Outputs().StartPass(pass == 0);
     pMacroBlocks.StartPass(*this);
     pConditionals.Reset();
     // Every pass starts in radians, so that all passes evaluate alike.
@@ -207,12 +206,12 @@ inline void Assembly::Dispatch(Statement& statement) {
 }
 
 void Assembly::ListError(std::string_view message, std::string_view detail, bool force) {
-    ++pDiagnosticsRaised;
+    pMetChangeable = true;
     pListing.ListError(message, detail, force, pStatement.Where);
 }
 
 void Assembly::ListWarning(std::string_view message, std::string_view detail, bool force) {
-    ++pDiagnosticsRaised;
+    pMetChangeable = true;
     pListing.ListWarning(message, detail, force, pStatement.Where);
 }
 
@@ -223,45 +222,12 @@ void Assembly::TerminalStop(std::string_view detail) {
     pState.TerminalStop = true;
 }
 
-void Assembly::EmitByte(std::uint8_t byte) {
-    const std::int32_t address = pState.LocationCounter;
-    if (address < 0 || address >= RunState::ImageSize)
-        throw RunFailure("address past FFFF: the program does not fit in 64 KiB");
-    pState.ObjectImage[static_cast<std::size_t>(address)] = byte;
-    pState.LowestAddress = std::min(pState.LowestAddress, address);
-    pState.HighestAddress = std::max(pState.HighestAddress, address);
-    pState.LocationCounter = address + 1;
-}
-
 std::string Assembly::EmitValue(const Value& value, int width) {
-    std::string text;
-    EmitBits(WholeBits(value), width, text);
-    return text;
+    return pEmitter.EmitValue(value, width, pListing.ListsLines());
 }
 
 void Assembly::EmitBits(std::uint32_t whole, int width, std::string& text) {
-    pOutputs.WriteBits(whole, width);
-    if (pEmissionLog) pEmissionLog->AddValue(whole, width);
-    const std::uint32_t word = whole & 0xFFFFu;
-    if (width == 16) {
-        EmitByte(static_cast<std::uint8_t>(word & 0xFFu));
-        EmitByte(static_cast<std::uint8_t>(word >> 8));
-    } else {
-        EmitByte(static_cast<std::uint8_t>(word & 0xFFu));
-    }
-    // The text is made only for a line that will be listed: the passes
-    // before the final one list nothing.
-    if (!pListing.ListsLines()) return;
-    const auto low = static_cast<std::uint8_t>(word & 0xFFu);
-    if (width != 16) {
-        AppendHexByte(text, low);
-        return;
-    }
-    // A word reads as a number with big-endian code, else low byte first.
-    const auto high = static_cast<std::uint8_t>(word >> 8);
-    const bool bigEndian = pState.Options.BigEndianCode;
-    AppendHexByte(text, bigEndian ? high : low);
-    AppendHexByte(text, bigEndian ? low : high);
+    pEmitter.EmitBits(whole, width, pListing.ListsLines(), text);
 }
 
 bool Assembly::OpenInclude(std::string_view name) {

@@ -2,6 +2,7 @@
 
 #include "assembler/ConditionalStack.h"
 #include "assembler/CrossReference.h"
+#include "assembler/Emitter.h"
 #include "assembler/FrontEnd.h"
 #include "assembler/Listing.h"
 #include "assembler/ListingReports.h"
@@ -70,21 +71,21 @@ class Assembly final : public EncoderContext, public MacroContext {
     void RequestStop() { pState.StopRequested = true; }
 
     const RunState& State() const override { return pState; }
-    RunState& State() override { return pState; }
+    RunState& State() { return pState; }
     const Listing& GetListing() const { return pListing; }
     SymbolTable& Symbols() { return *pSymbols; }
     // The instruction set, read from Options().OpcodeTableFile at every Assemble.
-    const OpcodeTable& Opcodes() const override { return pOpcodes; }
+    const OpcodeTable& Opcodes() const { return pOpcodes; }
     // The open conditional levels; they keep State().Skipping up to date.
     ConditionalStack& Conditionals() { return pConditionals; }
     // Why the run failed as a whole (Outcome::Failed), with the source line.
     const std::string& FailureMessage() const { return pFailureMessage; }
     FrontEnd& Front() { return pFrontEnd; }
     // Intel HEX, S-record and loader texts of the final pass.
-    const ObjectOutputs& Outputs() const { return pOutputs; }
+    const ObjectOutputs& Outputs() const { return pEmitter.Outputs(); }
     // The object image from the lowest to the highest used address, gaps as
     // zero bytes; empty when nothing was emitted.
-    std::string BinaryImage() const;
+    std::string BinaryImage() const { return pEmitter.BinaryImage(); }
     // Every symbol with its value, kind, definition and references, sorted
     // by name (the location counter "$" left out).
     std::vector<ListingReports::SymbolRow> SymbolReport();
@@ -121,7 +122,7 @@ class Assembly final : public EncoderContext, public MacroContext {
     void RedefineSymbol(std::string_view name, const Value& value);
     // The emission address jumped (org, reserved space): every output
     // format starts a new record there.
-    void RestartOutputRecords(std::uint16_t address) { pOutputs.Restart(address); }
+    void RestartOutputRecords(std::uint16_t address) { pEmitter.Outputs().Restart(address); }
     // The one route of every emitted byte and word (width 8 or 16) into the
     // object image and the output writers; returns the listing text of the
     // value (a word low byte first, or as a number with big-endian code), or
@@ -131,14 +132,10 @@ class Assembly final : public EncoderContext, public MacroContext {
     // listing text to `text` (nothing when the line will not be listed).
     void EmitBits(std::uint32_t whole, int width, std::string& text) override;
 
-    // For keeping an instruction's encoding: counts that grow with every
-    // operand value that is not a constant (and so may differ in a later
-    // pass), and with that or any diagnostic raised; and the log that
-    // EmitBits adds the values it emits to while one is set.
-    std::uint64_t VariableValues() const override { return pVariableValues; }
-    std::uint64_t ChangeableEvents() const override { return pVariableValues + pDiagnosticsRaised; }
-    void LogEmissions(KeptEncoding* log) override { pEmissionLog = log; }
-    KeptEncoding* EmissionLog() const override { return pEmissionLog; }
+    void WatchChangeable() override { pMetChangeable = false; }
+    bool MetChangeable() const override { return pMetChangeable; }
+    void LogEmissions(KeptEncoding* log) override { pEmitter.LogEmissions(log); }
+    KeptEncoding* EmissionLog() const override { return pEmitter.EmissionLog(); }
 
     int MacroDepth() const override { return pSources.MacroDepth(); }
     std::vector<ExpansionLevel>& Expansions() override { return pSources.Expansions(); }
@@ -151,7 +148,6 @@ class Assembly final : public EncoderContext, public MacroContext {
     // False when the opcode table could not be read: the assembly cannot start.
     bool ResetForAssembly();
     bool LoadOpcodeTable();
-    void EmitByte(std::uint8_t byte);
     void StartPass(std::int16_t pass, const std::filesystem::path& source);
     void EndPass();
     // The main file and its kept statements, once the assembly is over.
@@ -198,7 +194,7 @@ class Assembly final : public EncoderContext, public MacroContext {
     std::unique_ptr<ExpressionEvaluator> pEvaluator;
     OpcodeTable pOpcodes;
     std::unique_ptr<MacroTable> pMacros;
-    ObjectOutputs pOutputs;
+    Emitter pEmitter{pState};
     CrossReference pCrossReference;
     MacroProcessor pMacroBlocks;
     ZilogHandler pZilog;
@@ -209,9 +205,8 @@ class Assembly final : public EncoderContext, public MacroContext {
     std::uint64_t pStatementNamesVersion = 0;
     int pLineMacroDepth = 0;
     Statement pStatement;
-    std::uint64_t pVariableValues = 0;
-    std::uint64_t pDiagnosticsRaised = 0;
-    KeptEncoding* pEmissionLog = nullptr;
+    // Set by every value that may change between passes and every diagnostic.
+    bool pMetChangeable = false;
     std::string pFailureMessage;
 };
 

@@ -2,9 +2,9 @@
 
 #include "assembler/Diagnostic.h"
 #include "assembler/FrontEnd.h"
+#include "output/ColouredText.h"
 #include "source/RunState.h"
 #include "source/Statement.h"
-#include "output/ColouredText.h"
 
 #include <string_view>
 #include <vector>

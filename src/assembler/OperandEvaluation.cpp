@@ -62,7 +62,7 @@ inline StatementMemo::Operand* Assembly::KeptText(std::string_view text) {
 }
 
 Value Assembly::Evaluate(std::string_view text) {
-    ++pVariableValues;
+    pMetChangeable = true;
     return Evaluate(text, KeptText(text));
 }
 
@@ -95,7 +95,7 @@ void Assembly::ReportEvaluatorFaults() {
     if (!pListing.ListsLines()) {
         while (pEvaluator->ErrorCount() > 0) {
             pEvaluator->GetNextError();
-            ++pDiagnosticsRaised;
+            pMetChangeable = true;
         }
         return;
     }
@@ -121,7 +121,7 @@ Value Assembly::EvaluateOperand(std::string_view text, int width, Signedness sig
     Value copy;
     const Value& result = kept ? EvaluateInPlace(text, kept->Program) : copy = Evaluate(text, kept);
     if (IsEmpty(result)) {
-        ++pVariableValues;
+        pMetChangeable = true;
         return Value{};
     }
     bool clean = true;
@@ -137,7 +137,7 @@ Value Assembly::EvaluateOperand(std::string_view text, int width, Signedness sig
             kept->WholeKey = key;
         }
     } else {
-        ++pVariableValues;
+        pMetChangeable = true;
     }
     return Value{whole};
 }

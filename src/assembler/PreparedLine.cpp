@@ -1,8 +1,8 @@
 #include "assembler/PreparedLine.h"
 
+#include "base/Text.h"
 #include "source/LineScanner.h"
 #include "source/RunFailure.h"
-#include "base/Text.h"
 
 #include <algorithm>
 

@@ -1,18 +1,11 @@
-// What a run leaves behind besides the listing lines: the object texts, the
-// binary image, and the reports with the symbol cross-reference.
+// What a run leaves behind besides the listing lines: the object texts
+// finished, and the reports with the symbol cross-reference.
 #include "assembler/Assembly.h"
 
 #include <algorithm>
 #include <cstdint>
 
 namespace trident {
-
-std::string Assembly::BinaryImage() const {
-    if (pState.LowestAddress > pState.HighestAddress) return {};
-    const auto first = pState.ObjectImage.begin() + pState.LowestAddress;
-    const auto last = pState.ObjectImage.begin() + pState.HighestAddress + 1;
-    return std::string(first, last);
-}
 
 // The cross-reference follows the final pass only.
 void Assembly::RecordReference(int slot) {
@@ -30,7 +23,7 @@ std::vector<ListingReports::SymbolRow> Assembly::SymbolReport() {
 }
 
 void Assembly::FinishOutputs() {
-    pOutputs.Finish(pState.StartAddress);
+    pEmitter.Outputs().Finish(pState.StartAddress);
     const bool listedPass = pState.CurrentPass == 0 || pState.Options.ListAllPasses;
     if (pState.StopRequested || !listedPass) return;
 

@@ -1,7 +1,7 @@
 #include "assembler/SourceStack.h"
 
-#include "source/RunFailure.h"
 #include "macros/MacroText.h"
+#include "source/RunFailure.h"
 
 #include <algorithm>
 #include <array>

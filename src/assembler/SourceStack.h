@@ -2,12 +2,12 @@
 
 #include "assembler/MainFileLines.h"
 #include "assembler/PreparedLine.h"
+#include "assembler/SourceFile.h"
+#include "macros/ExpansionLevel.h"
 #include "source/RunState.h"
 #include "source/ScannedLine.h"
-#include "assembler/SourceFile.h"
 #include "source/SourcePosition.h"
 #include "source/SourceStatement.h"
-#include "macros/ExpansionLevel.h"
 
 #include <cstddef>
 #include <cstdint>

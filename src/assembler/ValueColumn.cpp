@@ -1,7 +1,7 @@
 #include "assembler/ValueColumn.h"
 
-#include "source/Statement.h"
 #include "output/HexText.h"
+#include "source/Statement.h"
 
 #include <algorithm>
 #include <cmath>

@@ -19,8 +19,10 @@ class OpcodeTable;
 // knows nothing else of the run.
 class EncoderContext {
   public:
-    virtual RunState& State() = 0;
-    virtual const OpcodeTable& Opcodes() const = 0;
+    // Read on every instruction: plain references, not calls.
+    RunState& State() { return pState; }
+    const OpcodeTable& Opcodes() const { return pOpcodes; }
+
     virtual void ListError(std::string_view message, std::string_view detail,
                            bool force = false) = 0;
     virtual void ListWarning(std::string_view message, std::string_view detail,
@@ -36,17 +38,25 @@ class EncoderContext {
     // appending its listing text to `text`.
     virtual void EmitBits(std::uint32_t whole, int width, std::string& text) = 0;
 
-    // For keeping an instruction's encoding: counts that grow with every
-    // operand value that is not a constant (and so may differ in a later
-    // pass), and with that or any diagnostic raised; and the log that
-    // EmitBits adds the values it emits to while one is set.
-    virtual std::uint64_t VariableValues() const = 0;
-    virtual std::uint64_t ChangeableEvents() const = 0;
+    // For keeping an instruction's encoding: WatchChangeable clears a flag
+    // that every operand value that is not a constant (and so may differ in
+    // a later pass) and every diagnostic sets; while a log is set, EmitBits
+    // adds the values it emits to it.
+    virtual void WatchChangeable() = 0;
+    virtual bool MetChangeable() const = 0;
     virtual void LogEmissions(KeptEncoding* log) = 0;
     virtual KeptEncoding* EmissionLog() const = 0;
 
   protected:
+    EncoderContext(RunState& state, const OpcodeTable& opcodes)
+        : pState(state), pOpcodes(opcodes) {}
     ~EncoderContext() = default;
+    EncoderContext(const EncoderContext&) = delete;
+    EncoderContext& operator=(const EncoderContext&) = delete;
+
+  private:
+    RunState& pState;
+    const OpcodeTable& pOpcodes;
 };
 
 } // namespace trident

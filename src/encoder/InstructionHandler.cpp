@@ -45,22 +45,22 @@ class EmissionWatch {
 } // namespace
 
 // An encoding that raised no diagnostic and met no operand value that may
-// change (so none but constants) emits the same values in every pass.
+// change (so none but constants) emits the same values in every pass; one
+// that did meets the same again in every pass, and is not watched again.
 inline void InstructionHandler::EncodeAndKeep(EncoderContext& run, Statement& statement,
                                               InstructionEncoding& encoding, KeptEncoding& kept) {
     KeptEncoding log;
-    const std::uint64_t values = run.VariableValues();
-    const std::uint64_t events = run.ChangeableEvents();
+    run.WatchChangeable();
     {
         const EmissionWatch watch(run, log);
         encoding.Encode();
     }
-    if (run.VariableValues() != values) {
+    if (run.MetChangeable()) {
         kept.GiveUp();
         return;
     }
     log.SetTrailingBlank(!statement.BytesText.empty() && statement.BytesText.back() == ' ');
-    if (run.ChangeableEvents() == events) kept = log;
+    kept = log;
 }
 
 // What the encoding did, done again: the index registers noted (their

@@ -17,8 +17,8 @@ class KeptEncoding {
     static constexpr std::size_t MostNotes = 2;
 
     bool Kept() const { return pCount > 0 && (pFlags & Spoilt) == 0; }
-    // An encoding that met a value that is not a constant meets it in
-    // every pass: it is not watched again.
+    // An encoding that met a value that is not a constant, or raised a
+    // diagnostic, does so in every pass: it is not watched again.
     bool GivenUp() const { return (pFlags & Never) != 0; }
     void GiveUp() { pFlags |= Never; }
     std::size_t ValueCount() const { return pCount; }
