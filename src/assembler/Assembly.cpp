@@ -139,9 +139,8 @@ void Assembly::CloseMainFile() {
 }
 
 // ProcessStatement, PrepareStatement and Dispatch run for every statement of
-// every pass and have one caller each, the statement loop of RunPass: made
-// inline, the loop no longer saves and restores its registers three times
-// a statement.
+// every pass and have one caller each, the statement loop of RunPass: they
+// are inline in it (docs/performance.md).
 inline void Assembly::ProcessStatement() {
     RecomputeListThisLine(pState);
     pState.LineAddress = pState.LocationCounter;
