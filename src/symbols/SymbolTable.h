@@ -146,7 +146,7 @@ class SymbolTable {
     // of them up front costs a megabyte of fresh memory every assembly.
     std::vector<Slot> pSlots;
     // What every slot past the stored ones holds.
-    const Slot pBlank;
+    const Slot pBlank{};
     // The first slot whose name is "" (SlotCount when none): the end of the
     // part every scan looks at.
     int pUsed = 0;
