@@ -5,14 +5,14 @@
 // functions, so a fixed crash stays fixed.
 
 #include "assembler/Assembly.h"
-#include "source/LineScanner.h"
-#include "source/RunFailure.h"
-#include "source/RunState.h"
 #include "base/Text.h"
 #include "encoder/OpcodeTable.h"
 #include "encoder/OpcodeTableError.h"
 #include "expression/ExpressionEvaluator.h"
 #include "output/RtfText.h"
+#include "source/LineScanner.h"
+#include "source/RunFailure.h"
+#include "source/RunState.h"
 #include "symbols/SymbolTable.h"
 
 #include <algorithm>
@@ -157,8 +157,10 @@ inline Assembly::Outcome AssembleSource(const std::filesystem::path& scratch, st
     options.ListMacroDefinitions = true;
     options.ListMacroExpansions = true;
     options.ListMacLibs = true;
-    // Runaway expansions fail well within the fuzzers' time limit.
+    // Runaway expansions and files that include themselves many times over
+    // fail well within the fuzzers' time limit.
     options.MaxExpandedLines = 100'000;
+    options.MaxLinesPerPass = 200'000;
     const Assembly::Outcome outcome = run.Assemble(source);
     ToRtf(run.GetListing().Text());
     ToRtf(run.Outputs().Hex());

@@ -2,6 +2,7 @@
 
 #include "base/Text.h"
 #include "encoder/OpcodeTableError.h"
+#include "encoder/ZilogTranslator.h"
 #include "source/LineScanner.h"
 #include "source/RunFailure.h"
 
@@ -67,6 +68,7 @@ bool Assembly::ResetForAssembly() {
     pMacros = std::make_unique<MacroTable>();
     pEmitter.Outputs().Clear();
     pFailureMessage.clear();
+    pTerminalNames.clear();
     return LoadOpcodeTable();
 }
 
@@ -109,6 +111,7 @@ void Assembly::StartPass(std::int16_t pass, const std::filesystem::path& source)
         pState.HighestPass = std::max<std::int32_t>(pState.HighestPass, pass);
     }
     pEmitter.Outputs().SetLoaderStyle(pState.Options.Loader);
+    pEmitter.Outputs().SetStandardRecords(pState.Options.StandardRecords);
     pEmitter.Outputs().Select(pState.Options.Objects);
     pEmitter.Outputs().KeepColours(pState.Options.ColourRuns);
     pListing.Text().KeepColours(pState.Options.ColourRuns);
@@ -122,6 +125,7 @@ void Assembly::StartPass(std::int16_t pass, const std::filesystem::path& source)
     // The main file is read from disk and its lines are cut into statements
     // once an assembly; every later pass reads it from the top.
     pSources.StartPass(pass, source);
+    DefineGivenNames();
     // A listing is somewhat longer than its source: its room is made once.
     // (Memory reserved but never written costs nothing.)
     if (pass == 0) pListing.Text().Reserve(pListing.Text().Size() + 2 * pSources.MainTextSize());
@@ -151,6 +155,7 @@ inline void Assembly::ProcessStatement() {
         ReadNextLine();
     }
     ++pState.TotalLines;
+    if (!pUnresolvedNames.empty()) pUnresolvedNames.clear();
     PrepareStatement(pSources.TakeStatement());
     Dispatch(pStatement);
     pListing.ListLine(pStatement, pLineMacroDepth);
@@ -198,15 +203,24 @@ inline void Assembly::Dispatch(Statement& statement) {
     const bool skipping = pState.Skipping;
     const bool accepted = Execute(statement);
     if (skipping) return;
-    if (!accepted && !statement.Operation.empty())
-        ListError("Invalid Directive, Operation or Macro", statement.Operation);
+    if (!accepted && !statement.Operation.empty()) ListError(InvalidOperation, statement.Operation);
     if (!statement.Label.empty() && !statement.LabelTaken)
         DefineSymbol(statement.Label, Value{pState.LineAddress});
 }
 
 void Assembly::ListError(std::string_view message, std::string_view detail, bool force) {
     pMetChangeable = true;
+    const std::int32_t before = pState.ErrorCount;
     pListing.ListError(message, detail, force, pStatement.Where);
+    if (pState.ErrorCount != before && !pState.ZilogNotation) [[unlikely]]
+        CountZilogWordError(message);
+}
+
+// A source in Zilog notation read as 8080 code fails on its Zilog words.
+void Assembly::CountZilogWordError(std::string_view message) {
+    if (!ZilogTranslator::IsZilogMnemonic(pStatement.Keyword)) return;
+    ++pState.ZilogWordErrors;
+    if (message == InvalidOperation) ++pState.UnknownZilogWords;
 }
 
 void Assembly::ListWarning(std::string_view message, std::string_view detail, bool force) {
@@ -219,6 +233,7 @@ void Assembly::TerminalStop(std::string_view detail) {
     // the assembly ends, since the statement's fields are views into it.
     ListError(TerminalMessage, detail, true);
     pState.TerminalStop = true;
+    pTerminalNames = pUnresolvedNames;
 }
 
 std::string Assembly::EmitValue(const Value& value, int width) {

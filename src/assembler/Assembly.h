@@ -52,6 +52,7 @@ class Assembly final : public EncoderContext, public MacroContext {
 
     static constexpr std::string_view TerminalMessage =
         "  *** Terminal ~ Value must be Resolved NOW **** ";
+    static constexpr std::string_view InvalidOperation = "Invalid Directive, Operation or Macro";
     static constexpr int MaxIncludeFiles = 9;
     static constexpr int MaxMacroDepth = SourceStack::MaxMacroDepth;
 
@@ -115,6 +116,10 @@ class Assembly final : public EncoderContext, public MacroContext {
     bool OpenMaclib(std::string_view name);
     // Ends the pass and the assembly: the value needed now is not resolved.
     void TerminalStop(std::string_view detail) override;
+    // The names that had no value in the statement that stopped the run.
+    const std::vector<std::string>& TerminalUnresolved() const { return pTerminalNames; }
+    // Every file the assembly read, each once: the source first.
+    const std::vector<std::string>& FilesRead() const { return pSources.FilesRead(); }
     // Labels and equ names: defined once, duplicates reported in the final
     // pass. `kind` names the definition in the symbol report.
     void DefineSymbol(std::string_view name, const Value& value, std::string_view kind = "label");
@@ -149,6 +154,7 @@ class Assembly final : public EncoderContext, public MacroContext {
     bool ResetForAssembly();
     bool LoadOpcodeTable();
     void StartPass(std::int16_t pass, const std::filesystem::path& source);
+    void DefineGivenNames();
     void EndPass();
     // The main file and its kept statements, once the assembly is over.
     void CloseMainFile();
@@ -180,6 +186,8 @@ class Assembly final : public EncoderContext, public MacroContext {
                           bool force);
     // Turns the evaluator's recorded faults into diagnostics.
     void ReportEvaluatorFaults();
+    void NoteUnresolved(std::int32_t code);
+    void CountZilogWordError(std::string_view message);
     std::string DescribeFailure(const std::string& what) const;
     void FinishOutputs();
     void RecordReference(int slot);
@@ -208,6 +216,8 @@ class Assembly final : public EncoderContext, public MacroContext {
     // Set by every value that may change between passes and every diagnostic.
     bool pMetChangeable = false;
     std::string pFailureMessage;
+    std::vector<std::string> pUnresolvedNames;
+    std::vector<std::string> pTerminalNames;
 };
 
 } // namespace trident

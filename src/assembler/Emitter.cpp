@@ -14,6 +14,7 @@ void Emitter::EmitByte(std::uint8_t byte) {
     pState.LowestAddress = std::min(pState.LowestAddress, address);
     pState.HighestAddress = std::max(pState.HighestAddress, address);
     pState.LocationCounter = address + 1;
+    ++pState.BytesEmitted;
 }
 
 std::string Emitter::EmitValue(const Value& value, int width, bool listed) {

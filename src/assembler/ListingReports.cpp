@@ -59,6 +59,8 @@ void AppendStatistics(ColouredText& out, const Statistics& s) {
     Row(out, "Lowest address", Hex(emitted ? s.LowestAddress : 0, 4) + "h");
     Row(out, "Highest address", Hex(emitted ? s.HighestAddress : 0, 4) + "h");
     Row(out, "Size in bytes", std::to_string(size) + " (" + Hex(size, 4) + "h)");
+    Row(out, "Bytes emitted",
+        std::to_string(s.BytesEmitted) + " (" + Hex(s.BytesEmitted, 4) + "h)");
 }
 
 // A symbol row composed in a scratch buffer kept from row to row: the

@@ -27,6 +27,7 @@ struct Statistics {
     std::int32_t Warnings = 0;
     std::int32_t LowestAddress = 65535;
     std::int32_t HighestAddress = 0;
+    std::int32_t BytesEmitted = 0;
 };
 
 // A row views the run's records of the symbol (its kind and places): it is

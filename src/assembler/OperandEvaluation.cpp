@@ -1,8 +1,10 @@
 // Turning operand text into values: evaluation with the evaluator's faults
 // turned into listing diagnostics, and the range rules of each width.
 #include "assembler/Assembly.h"
+#include "expression/EvalError.h"
 #include "source/StatementMemo.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
@@ -94,13 +96,14 @@ void Assembly::ReportEvaluatorFaults() {
     // other lines are taken off the list without composing their texts.
     if (!pListing.ListsLines()) {
         while (pEvaluator->ErrorCount() > 0) {
-            pEvaluator->GetNextError();
+            NoteUnresolved(pEvaluator->GetNextError());
             pMetChangeable = true;
         }
         return;
     }
     while (pEvaluator->ErrorCount() > 0) {
         const std::int32_t code = pEvaluator->GetNextError();
+        NoteUnresolved(code);
         const std::string message = ExpressionEvaluator::ErrorString(code);
         const std::string extra = pEvaluator->ExtraErrorString();
         if (code < 0)
@@ -108,6 +111,15 @@ void Assembly::ReportEvaluatorFaults() {
         else
             ListError(message, extra);
     }
+}
+
+// The names without a value that the statement under way met, for the note
+// that explains a terminal stop.
+void Assembly::NoteUnresolved(std::int32_t code) {
+    if (code != static_cast<std::int32_t>(EvalError::NonExistentVariable)) return;
+    std::string name = pEvaluator->ExtraErrorString();
+    if (std::find(pUnresolvedNames.begin(), pUnresolvedNames.end(), name) == pUnresolvedNames.end())
+        pUnresolvedNames.push_back(std::move(name));
 }
 
 Value Assembly::EvaluateOperand(std::string_view text, int width, Signedness signedness,

@@ -38,6 +38,7 @@ void Assembly::FinishOutputs() {
     statistics.Warnings = pState.WarningCount;
     statistics.LowestAddress = pState.LowestAddress;
     statistics.HighestAddress = pState.HighestAddress;
+    statistics.BytesEmitted = pState.BytesEmitted;
 
     std::vector<ListingReports::MacroRow> macros;
     for (const std::string& name : pMacros->Names())

@@ -53,9 +53,11 @@ void SourceStack::StartPass(std::int16_t pass, const std::filesystem::path& sour
     pNextStatement = 0;
     pLineFromMainFile = false;
     const bool stripParity = pState.Options.StripParity;
+    if (pass == 1) pFilesRead.clear();
     if (pass == 1 || !pMainFile || pMainFile->Name() != source.string()) {
         pMainFile = SourceFile::Open(source);
         if (!pMainFile) throw RunFailure("cannot read the source file " + source.string());
+        NoteFileRead(pMainFile->Name());
         pMainLines.Load(*pMainFile, stripParity);
     } else if (pMainLines.StrippedParity() != stripParity) {
         // The parity option changed since the lines were cut.
@@ -106,6 +108,7 @@ void SourceStack::TakeMainLine() {
     const auto index = static_cast<std::size_t>(pMainFile->LineNumber());
     pMainFile->SkipLine(pMainLines.NextLineStart(index));
     SetMainFilePosition();
+    CountLine();
     if (pMainLines.CutFailed(index)) pMainLines.RethrowCutFailure(index);
     pStatements = pMainLines.Statements(index);
     pKeywords = pMainLines.Keywords(index);
@@ -132,12 +135,19 @@ void SourceStack::SetMainFilePosition() {
     pLineFromMainFile = true;
 }
 
+void SourceStack::CountLine() {
+    if (++pState.LinesRead > pState.Options.MaxLinesPerPass) [[unlikely]]
+        throw RunFailure("more than " + std::to_string(pState.Options.MaxLinesPerPass) +
+                         " source lines read in one pass");
+}
+
 void SourceStack::ReadOtherLine() {
     if (pState.MaclibOpen) return ReadFromMaclib();
     if (!pExpansions.empty()) {
         ExpansionLevel& level = pExpansions.back();
         ++pState.ExpandedMacroLines;
         SetPosition(level.InvokedAt.File, level.InvokedAt.Line, level.Name);
+        CountLine();
         if (pState.ExpandedMacroLines > pState.Options.MaxExpandedLines)
             throw RunFailure("more than " + std::to_string(pState.Options.MaxExpandedLines) +
                              " lines of macro expansion in one pass");
@@ -152,6 +162,7 @@ void SourceStack::ReadFromMaclib() {
         if (pState.CurrentPass == 1) ++pState.MaclibLinesRead;
         pLineText = pMaclib->ReadSourceLine();
         SetPosition(pMaclib->Name(), pMaclib->LineNumber(), {});
+        CountLine();
         return;
     }
     pMaclib.reset();
@@ -172,12 +183,14 @@ void SourceStack::ReadFromInclude() {
     }
     pLineText = file.ReadSourceLine();
     SetPosition(file.Name(), file.LineNumber(), {});
+    CountLine();
 }
 
 bool SourceStack::OpenInclude(std::string_view name, std::string_view includingFile) {
     std::optional<SourceFile> file =
         FindSourceFile(name, includingFile, pState.Options.IncludeDirectory);
     if (!file) return false;
+    NoteFileRead(file->Name());
     pIncludeFiles.push_back(std::move(*file));
     pState.IncludeDepth = static_cast<std::int32_t>(pIncludeFiles.size());
     return true;
@@ -187,10 +200,16 @@ bool SourceStack::OpenMaclib(std::string_view name, std::string_view includingFi
     std::optional<SourceFile> file =
         FindSourceFile(name, includingFile, pState.Options.MaclibDirectory);
     if (!file) return false;
+    NoteFileRead(file->Name());
     pMaclib = std::move(file);
     pState.MaclibOpen = true;
     RecomputeListThisLine(pState);
     return true;
+}
+
+void SourceStack::NoteFileRead(const std::string& name) {
+    if (std::find(pFilesRead.begin(), pFilesRead.end(), name) == pFilesRead.end())
+        pFilesRead.push_back(name);
 }
 
 void SourceStack::PushExpansion(ExpansionLevel level) {

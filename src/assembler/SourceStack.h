@@ -41,6 +41,9 @@ class SourceStack {
     void CloseMainFile();
     std::string MainFileName() const { return pMainFile ? pMainFile->Name() : std::string(); }
     std::size_t MainTextSize() const { return pMainFile ? pMainFile->Text().size() : 0; }
+    // Every file the assembly read (main file, include files, macro
+    // libraries), each once, in the order first opened.
+    const std::vector<std::string>& FilesRead() const { return pFilesRead; }
 
     // Whether the line under way has no statements left.
     bool LineDone() const { return pNextStatement >= pStatements.size(); }
@@ -90,12 +93,16 @@ class SourceStack {
     void TakeMainLine();
     void PrepareOtherLine();
     void ReadOtherLine();
+    // Counts a line read against the limit of one pass.
+    void CountLine();
+    void NoteFileRead(const std::string& name);
     void ReadFromMaclib();
     void ReadFromInclude();
     void SetPosition(const std::string& file, int line, std::string_view macro);
     void SetMainFilePosition();
 
     RunState& pState;
+    std::vector<std::string> pFilesRead;
     std::optional<SourceFile> pMainFile;
     MainFileLines pMainLines;
     std::vector<SourceFile> pIncludeFiles;

@@ -1,7 +1,10 @@
 // Giving names their values: labels and equ names once, set names at will.
 #include "assembler/Assembly.h"
+#include "base/Text.h"
 #include "source/RunFailure.h"
 #include "source/StatementMemo.h"
+
+#include <limits>
 
 namespace trident {
 namespace {
@@ -51,6 +54,24 @@ void Assembly::DefineSymbol(std::string_view name, const Value& value, std::stri
     symbols.SetPass(slot, pState.CurrentPass);
     RecordDefinition(slot, kind);
     pState.AnotherPassNeeded = true;
+}
+
+// Names defined from outside the source (the command line, the window's
+// Defines field) come before its first statement in every pass, as if by
+// equ: the source defining one again is a duplicate like any other.
+void Assembly::DefineGivenNames() {
+    if (pState.Options.Defines.empty()) return;
+    pStatement.Where = SourcePosition{};
+    for (const std::string& define : pState.Options.Defines) {
+        const std::string_view text = define;
+        const std::size_t equals = text.find('=');
+        const std::string_view name = TrimBlanks(text.substr(0, equals));
+        const Value value = equals == std::string_view::npos ? Value{std::int32_t{1}}
+                                                             : Evaluate(text.substr(equals + 1));
+        DefineSymbol(name, value, "define");
+    }
+    // The first statement takes its file and macro names afresh.
+    pStatementNamesVersion = std::numeric_limits<std::uint64_t>::max();
 }
 
 void Assembly::RedefineSymbol(std::string_view name, const Value& value) {

@@ -15,6 +15,10 @@ struct BatchOptions {
     std::string LoaderFile;
     std::string BinaryFile;
     std::string SymbolsFile;
+    // A make rule naming the outputs and every file the run read.
+    std::string DepFile;
+    // Object outputs are written even when the run reported errors or stopped.
+    bool KeepOutputs = false;
     // Text outputs as rich text that keeps the views' colours.
     bool Rtf = false;
     // Only diagnostics on the terminal, no summary line.

@@ -9,6 +9,8 @@
 #include <filesystem>
 #include <functional>
 #include <ostream>
+#include <string>
+#include <vector>
 
 namespace trident {
 namespace {
@@ -29,6 +31,12 @@ class BatchFrontEnd : public FrontEnd {
     std::string pShown;
 };
 
+std::string Joined(const std::vector<std::string>& names) {
+    std::string text;
+    for (const std::string& name : names) text += (text.empty() ? "" : ", ") + name;
+    return text;
+}
+
 void PrintDiagnostics(const Assembly& run, std::ostream& err) {
     for (const Diagnostic& d : run.GetListing().Diagnostics()) {
         const std::string place = d.Where.File + ":" + std::to_string(d.Where.Line) + ": ";
@@ -36,7 +44,41 @@ void PrintDiagnostics(const Assembly& run, std::ostream& err) {
             << d.Detail << '\n';
         if (!d.Where.Macro.empty())
             err << place << "note: in expansion of macro " << d.Where.Macro << '\n';
+        // The listing says only that a value was needed now: name the culprits.
+        if (d.Message == Assembly::TerminalMessage && !run.TerminalUnresolved().empty())
+            err << place << "note: no value yet for " << Joined(run.TerminalUnresolved()) << '\n';
     }
+}
+
+// Most errors fell on Zilog words while the notation was 8080.
+void HintZilogNotation(const Assembly& run, const std::string& source, std::ostream& err) {
+    const RunState& state = run.State();
+    if (state.UnknownZilogWords == 0 || 2 * state.ZilogWordErrors <= state.ErrorCount) return;
+    err << source
+        << ": note: most errors are on Zilog mnemonics (ld, jp, jr, ex, djnz, ...); if the "
+           "source is in Zilog notation, assemble it with --zilog or put .zilog at its top\n";
+}
+
+// A make rule: the outputs depend on every file the run read; each file
+// read is also a target of its own, so that make goes on when one is gone.
+std::string DependencyRule(const std::vector<std::string>& outputs,
+                           const std::vector<std::string>& inputs) {
+    const auto escaped = [](const std::string& path) {
+        std::string text;
+        for (const char c : path) {
+            if (c == ' ' || c == '#') text += '\\';
+            if (c == '$') text += '$';
+            text += c;
+        }
+        return text;
+    };
+    std::string rule;
+    for (const std::string& output : outputs) rule += (rule.empty() ? "" : " ") + escaped(output);
+    rule += ":";
+    for (const std::string& input : inputs) rule += " " + escaped(input);
+    rule += "\n";
+    for (const std::string& input : inputs) rule += "\n" + escaped(input) + ":\n";
+    return rule;
 }
 
 bool ErrorsListed(const Assembly& run) {
@@ -70,11 +112,21 @@ std::string SymbolFile(Assembly& run) {
 
 // An output the command line asked for. Its contents are made only when the
 // file is written, and as a view, so that a text view is written as it
-// stands rather than copied first.
+// stands rather than copied first. An object output is written only by a
+// run that ended without errors: a build must never take a half-built image
+// for a good one.
 struct OutputFile {
     std::string Path;
     std::function<std::string_view()> Contents;
+    bool Object = true;
 };
+
+// A file of that name left by an earlier run would look up to date.
+void RemoveStale(const std::string& path, std::ostream& err) {
+    std::error_code error;
+    if (std::filesystem::is_regular_file(path, error) && std::filesystem::remove(path, error))
+        err << "removed " << path << ", left by an earlier run\n";
+}
 
 } // namespace
 
@@ -101,6 +153,7 @@ ExitStatus RunBatch(const BatchOptions& options, std::ostream& out, std::ostream
     const Assembly::Outcome outcome = run.Assemble(options.Source);
 
     PrintDiagnostics(run, err);
+    HintZilogNotation(run, options.Source, err);
     bool failed = outcome == Assembly::Outcome::Failed || outcome == Assembly::Outcome::NoSource;
     if (outcome == Assembly::Outcome::Failed && run.FailureMessage() != frontEnd.Shown())
         err << "assembly failed: " << run.FailureMessage() << '\n';
@@ -117,23 +170,44 @@ ExitStatus RunBatch(const BatchOptions& options, std::ostream& out, std::ostream
     };
     const std::string defaultListing =
         options.AnyOutputRequested() ? std::string() : DefaultListingName(options.Source);
+    const std::string listing = options.ListingFile.empty() ? defaultListing : options.ListingFile;
+    const std::vector<std::string> outputs = [&] {
+        std::vector<std::string> paths;
+        for (const std::string* path :
+             {&listing, &options.HexFile, &options.SrecFile, &options.LoaderFile,
+              &options.BinaryFile, &options.SymbolsFile})
+            if (!path->empty()) paths.push_back(*path);
+        return paths;
+    }();
     const OutputFile files[] = {
-        {options.ListingFile.empty() ? defaultListing : options.ListingFile,
-         [&] { return text(run.GetListing().Text()); }},
+        {listing, [&] { return text(run.GetListing().Text()); }, false},
         {options.HexFile, [&] { return text(run.Outputs().Hex()); }},
         {options.SrecFile, [&] { return text(run.Outputs().Srec()); }},
         {options.LoaderFile, [&] { return text(run.Outputs().Loader()); }},
         {options.BinaryFile, [&] { return keep(run.BinaryImage()); }},
         {options.SymbolsFile, [&] { return keep(SymbolFile(run)); }},
+        {options.DepFile, [&] { return keep(DependencyRule(outputs, run.FilesRead())); }},
     };
+    const bool trusted = outcome == Assembly::Outcome::Completed && !ErrorsListed(run);
+    const bool writeObjects = trusted || options.KeepOutputs;
+    bool withheld = false;
     for (const OutputFile& file : files) {
         if (file.Path.empty()) continue;
+        if (file.Object && !writeObjects) {
+            withheld = true;
+            RemoveStale(file.Path, err);
+            continue;
+        }
         const std::string problem = WriteFileAtomically(file.Path, file.Contents());
         if (!problem.empty()) {
             err << "cannot write " << problem << '\n';
             failed = true;
         }
     }
+    if (withheld)
+        err << "no object output written: the assembly "
+            << (outcome == Assembly::Outcome::Completed ? "reported errors" : "did not complete")
+            << " (--keep-outputs writes it anyway)\n";
     if (!options.Quiet)
         out << run.State().ErrorCount << " errors, " << run.State().WarningCount << " warnings\n";
     if (failed) return ExitStatus::RunFailed;

@@ -78,7 +78,17 @@ void AddOptions(CLI::App& app, trident::BatchOptions& options) {
         ->type_name("FILE");
     app.add_option("--symbols", options.SymbolsFile, "Write the symbols as NAME EQU 0XXXXH to FILE")
         ->type_name("FILE");
+    app.add_option("--depfile", options.DepFile,
+                   "Write a make rule: the outputs depend on every file read")
+        ->type_name("FILE");
+    app.add_flag("--keep-outputs", options.KeepOutputs,
+                 "Write object outputs even when the assembly reports errors");
+    app.add_flag("--standard-records", run.StandardRecords,
+                 "Intel HEX end-of-file record (type 01) and S-record header (S0)");
     app.add_flag("--rtf", options.Rtf, "Write text outputs as RTF, with their colours");
+    app.add_option("-D,--define", run.Defines, "Define NAME (as 1, or as VALUE) before the source")
+        ->type_name("NAME[=VALUE]")
+        ->allow_extra_args(false);
     // The window's option boxes.
     app.add_flag("--big-endian", run.BigEndianCode, "List 16-bit values high byte first");
     app.add_flag("--strip-parity", run.StripParity, "Clear bit 7 of every source character");
@@ -100,6 +110,10 @@ void AddOptions(CLI::App& app, trident::BatchOptions& options) {
         ->type_name("DIR");
     app.add_option("--optable", run.OpcodeTableFile, "Read the opcode table from FILE")
         ->type_name("FILE");
+    app.add_option("--max-lines", run.MaxLinesPerPass,
+                   "Fail when one pass reads more than N source lines (default 10000000)")
+        ->type_name("N")
+        ->check(CLI::PositiveNumber);
     app.add_flag("--quiet", options.Quiet, "Print only diagnostics");
 }
 

@@ -98,8 +98,9 @@ void InstructionHandler::MarkProcessor(EncoderContext& run, Statement& statement
     const RunOptions& options = run.State().Options;
     statement.Z80Row = row.Family == RowCpu::Z80;
     statement.Z180Row = row.Family == RowCpu::Z180;
-    if (statement.Z80Row && !options.Z80) run.ListWarning("Z80 Warning", statement.Operation);
-    if (statement.Z180Row && !options.Z180) run.ListWarning("Z180 Warning", statement.Operation);
+    if (statement.Z80Row && !options.Z80) run.ListWarning("Z80 Warning", statement.Instruction());
+    if (statement.Z180Row && !options.Z180)
+        run.ListWarning("Z180 Warning", statement.Instruction());
 }
 
 } // namespace trident

@@ -100,7 +100,9 @@ void OperandReader::NoteIndexRegister(int index, std::string_view operand) {
 void OperandReader::WarnIndexRegister(EncoderContext& run, Statement& statement,
                                       std::string_view operand) {
     statement.IndexUsed = true;
-    if (!run.State().Options.Z80) run.ListWarning("z80 warning ", operand);
+    if (!run.State().Options.Z80)
+        run.ListWarning("z80 warning ",
+                        statement.WrittenAs.empty() ? operand : statement.WrittenAs);
 }
 
 inline void OperandReader::CheckWidth(std::string_view operand, const RegisterEntry& entry,

@@ -37,6 +37,9 @@ void ZilogHandler::Encode(EncoderContext& run, Statement& statement) {
                                                            std::string(statement.Operands)));
         return;
     }
+    const std::string asWritten =
+        std::string(statement.Operation) + " " + std::string(statement.Operands);
+    const std::string_view written = TrimBlanks(asWritten);
     // The translated fields live in `form` and `joined` while the 8080-style
     // statement is encoded.
     const std::string joined = Joined(form->Operands);
@@ -48,6 +51,7 @@ void ZilogHandler::Encode(EncoderContext& run, Statement& statement) {
     intel.Keyword = form->Mnemonic;
     intel.OperandList = operands;
     intel.Operands = joined;
+    intel.WrittenAs = written;
     if (!InstructionHandler::EncodeInstruction(run, intel)) {
         // A table without the row: as the 8080-style statement would fare.
         statement.Category = LineCategory::None;
@@ -59,6 +63,7 @@ void ZilogHandler::Encode(EncoderContext& run, Statement& statement) {
     intel.OperandList = statement.OperandList;
     intel.Operands = statement.Operands;
     intel.Memo = statement.Memo;
+    intel.WrittenAs = {};
     statement = std::move(intel);
 }
 

@@ -30,6 +30,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QRegularExpression>
 #include <QSettings>
 #include <QStackedWidget>
 #include <QStatusBar>
@@ -304,6 +305,26 @@ QGroupBox* MainWindow::CreateOptionBoxes() {
     }
     pZ80 = group->findChild<QCheckBox*>(QStringLiteral("chkZ80"));
     pZ180 = group->findChild<QCheckBox*>(QStringLiteral("chkz180"));
+    // Names defined before the source's first statement, as -D does; in
+    // the cell after the last box.
+    auto* defines = new QWidget(group);
+    auto* row = new QHBoxLayout(defines);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(new QLabel(tr("Defines"), defines));
+    pDefines = new QLineEdit(defines);
+    pDefines->setObjectName(QStringLiteral("txtDefines"));
+    pDefines->setToolTip(tr("Names defined before the source: NAME or NAME=VALUE, "
+                            "separated by blanks or commas"));
+    connect(pDefines, &QLineEdit::textChanged, this, [this](const QString& text) {
+        std::vector<std::string>& defines = pAssembly->Options().Defines;
+        defines.clear();
+        for (const QString& define :
+             text.split(QRegularExpression(QStringLiteral("[\\s,]+")), Qt::SkipEmptyParts))
+            defines.push_back(define.toStdString());
+    });
+    row->addWidget(pDefines, 1);
+    layout->addWidget(defines, index / 2, index % 2);
+    pIdleWidgets.push_back(pDefines);
     return group;
 }
 
@@ -443,6 +464,7 @@ void MainWindow::ReadSettings() {
         NativePath(settings->value(QStringLiteral("IncludeDir")).toString());
     pAssembly->Options().MaclibDirectory =
         NativePath(settings->value(QStringLiteral("MaclibDir")).toString());
+    pDefines->setText(settings->value(QStringLiteral("Defines")).toString());
     settings->endGroup();
 
     settings->beginGroup(QStringLiteral("Main"));
@@ -485,6 +507,7 @@ void MainWindow::WriteSettings() const {
                        FromNative(pAssembly->Options().IncludeDirectory));
     settings->setValue(QStringLiteral("MaclibDir"),
                        FromNative(pAssembly->Options().MaclibDirectory));
+    settings->setValue(QStringLiteral("Defines"), pDefines->text());
     settings->endGroup();
 
     settings->beginGroup(QStringLiteral("Main"));

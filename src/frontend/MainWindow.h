@@ -132,6 +132,7 @@ class MainWindow : public QMainWindow, private FrontEnd {
     std::vector<QCheckBox*> pOptionBoxes;
     QCheckBox* pZ80 = nullptr;
     QCheckBox* pZ180 = nullptr;
+    QLineEdit* pDefines = nullptr;
     QButtonGroup* pViewChoice = nullptr;
     QRadioButton* pLoaderButton = nullptr;
     QRadioButton* pTextFormat = nullptr;

@@ -18,6 +18,12 @@ class LoaderWriter {
     void SetStyle(LoaderStyle style) { pStyle = style; }
     LoaderStyle Style() const { return pStyle; }
 
+    // Every pass starts with no block pending: an org of the previous pass
+    // opens nothing in this one.
+    void StartPass() {
+        pRestart = false;
+        pAddress = 0;
+    }
     void Restart(std::uint16_t address);
     // An emitted value, reduced to its whole bits (WholeBits).
     void WriteBits(std::uint32_t whole, int width);

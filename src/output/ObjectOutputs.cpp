@@ -7,6 +7,8 @@ void ObjectOutputs::StartPass(bool finalPass) {
     pRecords.SetEnabled(finalPass && pWanted.Srec, finalPass && pWanted.Hex);
     pLoader.SetEnabled(finalPass && pWanted.Loader);
     pRecords.Restart(0);
+    pRecords.StartText();
+    pLoader.StartPass();
 }
 
 void ObjectOutputs::Restart(std::uint16_t address) {

@@ -34,6 +34,7 @@ class ObjectOutputs {
     }
 
     void SetLoaderStyle(LoaderStyle style) { pLoader.SetStyle(style); }
+    void SetStandardRecords(bool standard) { pRecords.SetStandardRecords(standard); }
 
     const ColouredText& Srec() const { return pRecords.Srec(); }
     const ColouredText& Hex() const { return pRecords.Hex(); }

@@ -18,16 +18,21 @@ class RecordText {
     // byte i as part of a word (it is coloured as one).
     void WriteRecord(std::uint16_t address, std::span<const std::uint8_t> bytes,
                      std::uint16_t wordBytes);
-    // The end record with the program's start address; no line break follows.
-    void WriteEnd(std::uint16_t startAddress);
+    // The end record with the program's start address; no line break follows,
+    // unless `standard` asks for the end record other tools expect (Intel
+    // HEX: type 01, end of file), which ends its line.
+    void WriteEnd(std::uint16_t startAddress, bool standard);
+    // The header record other tools expect in front of the data, where the
+    // format has one (S-records: S0, no data).
+    void WriteHeader();
 
     const ColouredText& Text() const { return pText; }
     void KeepColours(bool keep) { pText.KeepColours(keep); }
     void Clear() { pText.Clear(); }
 
   private:
-    void Write(std::string_view mark, std::uint16_t address, std::span<const std::uint8_t> bytes,
-               std::uint16_t wordBytes, bool lineEnd);
+    void Write(std::string_view mark, std::string_view type, std::uint16_t address,
+               std::span<const std::uint8_t> bytes, std::uint16_t wordBytes, bool lineEnd);
 
     RecordFormat pFormat;
     ColouredText pText;

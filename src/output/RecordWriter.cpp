@@ -28,8 +28,14 @@ void RecordWriter::Finish(std::uint16_t startAddress) {
     if (!pSrecEnabled && !pHexEnabled) return;
     if (!pOpen) Open();
     Close();
-    if (pSrecEnabled) pSrec.WriteEnd(startAddress);
-    if (pHexEnabled) pHex.WriteEnd(startAddress);
+    if (pSrecEnabled) pSrec.WriteEnd(startAddress, pStandard);
+    if (pHexEnabled) pHex.WriteEnd(startAddress, pStandard);
+}
+
+void RecordWriter::StartText() {
+    if (!pStandard) return;
+    if (pSrecEnabled) pSrec.WriteHeader();
+    if (pHexEnabled) pHex.WriteHeader();
 }
 
 void RecordWriter::Clear() {

@@ -38,6 +38,10 @@ class RecordWriter {
             WriteByte(static_cast<std::uint8_t>(whole & 0xFF), false);
         }
     }
+    // The header and end records other tools expect (S0; Intel HEX type 01).
+    void SetStandardRecords(bool standard) { pStandard = standard; }
+    // At the start of a writing pass: the header records, where asked for.
+    void StartText();
     // Closes the open record and writes the end records with the program's
     // start address.
     void Finish(std::uint16_t startAddress);
@@ -72,6 +76,7 @@ class RecordWriter {
 
     RecordText pSrec{SrecFormat};
     RecordText pHex{IntelHexFormat};
+    bool pStandard = false;
     bool pSrecEnabled = false;
     bool pHexEnabled = false;
     bool pRestart = true;

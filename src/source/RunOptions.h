@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace trident {
 
@@ -45,6 +46,16 @@ struct RunOptions {
     // pass: nested repeats with large counts, written by mistake, would
     // otherwise run for hours and list without end. Passing it fails the run.
     std::int32_t MaxExpandedLines = 10'000'000;
+    // The most lines one pass may read from all sources together: a file
+    // that includes itself several times over would otherwise read copies
+    // of itself without end. Passing it fails the run.
+    std::int32_t MaxLinesPerPass = 10'000'000;
+    // Intel HEX ends with a type 01 end-of-file record and S-records start
+    // with an S0 header, as other tools expect.
+    bool StandardRecords = false;
+    // Names defined before the first statement of every pass as by equ:
+    // "NAME" (value 1) or "NAME=VALUE".
+    std::vector<std::string> Defines;
 };
 
 } // namespace trident

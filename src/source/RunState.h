@@ -23,6 +23,16 @@ struct PassState {
     std::int32_t IncludedLines = 0;
     std::int32_t ExpandedMacroLines = 0;
     std::int32_t TotalLines = 0;
+    // Bytes stored in the image; less than the address span where org or ds
+    // leave gaps.
+    std::int32_t BytesEmitted = 0;
+    // Lines read from every source (for the limit of lines in one pass).
+    std::int32_t LinesRead = 0;
+    // Errors on statements whose word is a Zilog mnemonic while the
+    // notation is 8080, and how many of those found no such operation: a
+    // source in Zilog notation assembled without it.
+    std::int32_t ZilogWordErrors = 0;
+    std::int32_t UnknownZilogWords = 0;
 };
 
 // The counters and flags of one assembly, shared by every stage of a

@@ -28,6 +28,9 @@ struct Statement {
     // line's (kept for all passes for the main file), so a handler that changes
     // the operands points it at a list of its own instead of writing to it.
     std::span<const std::string_view> OperandList;
+    // The instruction as the user wrote it, where it is encoded as another
+    // (a Zilog statement as its 8080-style form): diagnostics name this.
+    std::string_view WrittenAs;
     SourcePosition Where;
     // What the handlers worked out for this statement of the main file in
     // an earlier pass (or are working out now), to reuse; null for lines
@@ -64,6 +67,8 @@ struct Statement {
     }
 
     int OperandCount() const { return static_cast<int>(OperandList.size()); }
+    // What a diagnostic about the instruction as a whole names.
+    std::string_view Instruction() const { return WrittenAs.empty() ? Operation : WrittenAs; }
 };
 
 } // namespace trident

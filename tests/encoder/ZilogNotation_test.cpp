@@ -95,7 +95,17 @@ TEST(ZilogNotation, EveryFormAssemblesAsItsIntelEquivalent) {
         const Outcome intel = Assembled(form, false);
         EXPECT_FALSE(intel.Bytes.empty());
         EXPECT_EQ(zilog.Bytes, intel.Bytes);
-        EXPECT_EQ(zilog.Diagnostics, intel.Diagnostics);
+        // The same diagnostics; a warning about the instruction names it as written.
+        ASSERT_EQ(zilog.Diagnostics.size(), intel.Diagnostics.size());
+        for (std::size_t i = 0; i < zilog.Diagnostics.size(); ++i) {
+            const std::string& said = zilog.Diagnostics[i];
+            EXPECT_EQ(said.substr(0, said.find(" ~ ")),
+                      intel.Diagnostics[i].substr(0, intel.Diagnostics[i].find(" ~ ")));
+            if (said.find("arning") != std::string::npos) {
+                // (A comment after the statement is not part of it.)
+                EXPECT_EQ(Form(equivalence, false).rfind(said.substr(said.find(" ~ ") + 3), 0), 0u);
+            }
+        }
         reached.insert(form.substr(0, form.find(' ')));
     }
     // Every row of the shipped table but the alias setb is reached.

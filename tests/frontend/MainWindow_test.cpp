@@ -356,7 +356,7 @@ class WindowTest : public QObject {
         RunBatchTool({source, QStringLiteral("--listing"), batch + ".ls", QStringLiteral("--hex"),
                       batch + ".hex", QStringLiteral("--srec"), batch + ".mx",
                       QStringLiteral("--loader"), batch + ".txt", QStringLiteral("--bin"),
-                      batch + ".bin"});
+                      batch + ".bin", QStringLiteral("--keep-outputs")});
         RunBatchTool(
             {source, QStringLiteral("--rtf"), QStringLiteral("--listing"), batch + ".rtf"});
         const auto window = NewWindow();
@@ -463,6 +463,7 @@ class WindowTest : public QObject {
             Child<QCheckBox>(window.get(), "chkBigEndCode")->click();
             Child<QCheckBox>(window.get(), "chkListMacExp")->click();
             Child<QCheckBox>(window.get(), "chkZilog")->click();
+            Child<QLineEdit>(window.get(), "txtDefines")->setText(QStringLiteral("LIMIT=3, DEBUG"));
             auto* loader = Child<QRadioButton>(window.get(), "optSDE");
             QTest::mouseClick(loader, Qt::LeftButton, {}, QPoint(loader->width() - 4, 5));
             window->OpenSource(source);
@@ -470,11 +471,17 @@ class WindowTest : public QObject {
             window->close();
         }
         const QList<std::pair<const char*, QString>> expected = {
-            {"Options/BigEndCode", "1"}, {"Options/StripParity", "0"},
-            {"Options/ListMacExp", "1"}, {"Options/Loader", "sde"},
-            {"Options/Zilog", "1"},      {"Options/IncludeDir", ""},
-            {"Main/Width", "1150"},      {"Main/Height", "820"},
-            {"Main/WindowState", "0"},   {"Paths/Source", pDir.path()},
+            {"Options/BigEndCode", "1"},
+            {"Options/StripParity", "0"},
+            {"Options/ListMacExp", "1"},
+            {"Options/Loader", "sde"},
+            {"Options/Zilog", "1"},
+            {"Options/IncludeDir", ""},
+            {"Main/Width", "1150"},
+            {"Main/Height", "820"},
+            {"Main/WindowState", "0"},
+            {"Paths/Source", pDir.path()},
+            {"Options/Defines", "LIMIT=3, DEBUG"},
         };
         for (const auto& [key, value] : expected) QCOMPARE(Setting(key), value);
         QVERIFY(!Setting("Main/Top").isEmpty() && !Setting("Main/Left").isEmpty());
@@ -484,6 +491,8 @@ class WindowTest : public QObject {
             QVERIFY(Child<QCheckBox>(window.get(), "chkListMacExp")->isChecked());
             QVERIFY(Child<QCheckBox>(window.get(), "chkZilog")->isChecked());
             QVERIFY(!Child<QCheckBox>(window.get(), "chkStripParity")->isChecked());
+            QCOMPARE(Child<QLineEdit>(window.get(), "txtDefines")->text(),
+                     QStringLiteral("LIMIT=3, DEBUG"));
             QCOMPARE(Child<QRadioButton>(window.get(), "optSDE")->text(), QStringLiteral("SDE"));
             QCOMPARE(window->size(), QSize(1150, 820));
             QCOMPARE(Child<QMenu>(window.get(), "mnuRecent")->actions().value(0)->data().toString(),
