@@ -159,8 +159,9 @@ inline Assembly::Outcome AssembleSource(const std::filesystem::path& scratch, st
     options.ListMacLibs = true;
     // Runaway expansions and files that include themselves many times over
     // fail well within the fuzzers' time limit.
-    options.MaxExpandedLines = 100'000;
     options.MaxLinesPerPass = 200'000;
+    options.MaxLinesPerRun = 2'000'000;
+    options.MaxExpandedTextPerRun = 32 * 1024 * 1024;
     const Assembly::Outcome outcome = run.Assemble(source);
     ToRtf(run.GetListing().Text());
     ToRtf(run.Outputs().Hex());

@@ -33,7 +33,7 @@ fuzz_one() {
     local target=$1 name=${1#fuzz_}
     local corpus="$build/corpus/$name" status=0
     mkdir -p "$corpus"
-    local options=(-max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048
+    local options=(-max_total_time="$seconds" -timeout=10 -rss_limit_mb=1024
         -artifact_prefix="$build/artifacts/$name-" -print_final_stats=1)
     [ -f "fuzz/$name.dict" ] && options+=(-dict="$PWD/fuzz/$name.dict")
     # The first directory receives the new inputs; the seeds are only read.

@@ -38,6 +38,13 @@ Assembly::Outcome Assembly::Assemble(const std::filesystem::path& source) {
             another = RunPass(pass, source);
         }
         if (!pState.StopRequested && !pState.TerminalStop) RunPass(0, source);
+    } catch (const LimitReached& limit) {
+        // The source grows without end: it ends as at a terminal stop.
+        pFailureMessage = DescribeFailure(limit.what());
+        pListing.ListError(LimitMessage, pFailureMessage, true, pStatement.Where);
+        pState.TerminalStop = true;
+        CloseMainFile();
+        return Outcome::Terminated;
     } catch (const RunFailure& failure) {
         pFailureMessage = DescribeFailure(failure.what());
         pListing.ListError("Assembly stopped", pFailureMessage, true, pStatement.Where);

@@ -46,12 +46,14 @@ class Assembly final : public EncoderContext, public MacroContext {
         NoSource,   // the source path is empty or names no file: nothing was done
         Completed,  // every pass ran, the final pass included
         Stopped,    // Stop was requested; no further pass was started
-        Terminated, // a value that had to be known at once was not
+        Terminated, // a value needed at once was not known, or a budget was spent
         Failed,     // a fixed limit of the assembler was passed
     };
 
     static constexpr std::string_view TerminalMessage =
         "  *** Terminal ~ Value must be Resolved NOW **** ";
+    // The error that names a spent budget of the run (RunOptions).
+    static constexpr std::string_view LimitMessage = "Limit reached";
     static constexpr std::string_view InvalidOperation = "Invalid Directive, Operation or Macro";
     static constexpr int MaxIncludeFiles = 9;
     static constexpr int MaxMacroDepth = SourceStack::MaxMacroDepth;
@@ -79,7 +81,8 @@ class Assembly final : public EncoderContext, public MacroContext {
     const OpcodeTable& Opcodes() const { return pOpcodes; }
     // The open conditional levels; they keep State().Skipping up to date.
     ConditionalStack& Conditionals() { return pConditionals; }
-    // Why the run failed as a whole (Outcome::Failed), with the source line.
+    // Why the run failed as a whole (Outcome::Failed) or passed a limit of
+    // its budget (Outcome::Terminated), with the source line.
     const std::string& FailureMessage() const { return pFailureMessage; }
     FrontEnd& Front() { return pFrontEnd; }
     // Intel HEX, S-record and loader texts of the final pass.

@@ -136,9 +136,13 @@ void SourceStack::SetMainFilePosition() {
 }
 
 void SourceStack::CountLine() {
-    if (++pState.LinesRead > pState.Options.MaxLinesPerPass) [[unlikely]]
-        throw RunFailure("more than " + std::to_string(pState.Options.MaxLinesPerPass) +
-                         " source lines read in one pass");
+    const RunOptions& options = pState.Options;
+    if (++pState.LinesRead > options.MaxLinesPerPass) [[unlikely]]
+        throw LimitReached("more than " + std::to_string(options.MaxLinesPerPass) +
+                           " source lines read in one pass");
+    if (++pState.LinesReadInRun > options.MaxLinesPerRun) [[unlikely]]
+        throw LimitReached("more than " + std::to_string(options.MaxLinesPerRun) +
+                           " source lines read in all passes");
 }
 
 void SourceStack::ReadOtherLine() {
@@ -148,10 +152,12 @@ void SourceStack::ReadOtherLine() {
         ++pState.ExpandedMacroLines;
         SetPosition(level.InvokedAt.File, level.InvokedAt.Line, level.Name);
         CountLine();
-        if (pState.ExpandedMacroLines > pState.Options.MaxExpandedLines)
-            throw RunFailure("more than " + std::to_string(pState.Options.MaxExpandedLines) +
-                             " lines of macro expansion in one pass");
-        MacroText::SubstituteLine(level.NextLine(), level.Parameters, pSubstitution, pLineText);
+        MacroText::SubstituteLine(level.NextLine(), level.Parameters, pSubstitution, pLineText,
+                                  pState.Options.MaxExpandedLineLength);
+        pState.ExpandedTextInRun += static_cast<std::int64_t>(pLineText.size());
+        if (pState.ExpandedTextInRun > pState.Options.MaxExpandedTextPerRun) [[unlikely]]
+            throw LimitReached("more than " + std::to_string(pState.Options.MaxExpandedTextPerRun) +
+                               " characters of macro expansion in all passes");
         return;
     }
     ReadFromInclude();
@@ -208,6 +214,9 @@ bool SourceStack::OpenMaclib(std::string_view name, std::string_view includingFi
 }
 
 void SourceStack::NoteFileRead(const std::string& name) {
+    if (++pState.FilesOpened > pState.Options.MaxFilesOpenedPerPass) [[unlikely]]
+        throw LimitReached("more than " + std::to_string(pState.Options.MaxFilesOpenedPerPass) +
+                           " include files and macro libraries opened in one pass");
     if (std::find(pFilesRead.begin(), pFilesRead.end(), name) == pFilesRead.end())
         pFilesRead.push_back(name);
 }
@@ -216,6 +225,11 @@ void SourceStack::PushExpansion(ExpansionLevel level) {
     if (MacroDepth() >= MaxMacroDepth)
         throw RunFailure("macro expansion nested deeper than " + std::to_string(MaxMacroDepth) +
                          " levels");
+    std::size_t open = level.TextSize();
+    for (const ExpansionLevel& outer : pExpansions) open += outer.TextSize();
+    if (open > pState.Options.MaxOpenExpansionText)
+        throw LimitReached("more than " + std::to_string(pState.Options.MaxOpenExpansionText) +
+                           " characters of text in open macro expansions");
     pExpansions.push_back(std::move(level));
 }
 

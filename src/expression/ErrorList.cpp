@@ -52,6 +52,7 @@ constexpr std::array kMessages{
     ErrorMessage{25, "MismatchedOpenAndCloseQuotes"},
     ErrorMessage{26, "Non Existant Variable"},
     ErrorMessage{27, "Unable To Add Variable"},
+    ErrorMessage{28, "String longer than 65535 characters"},
     ErrorMessage{30, "Implementation Error"},
 };
 

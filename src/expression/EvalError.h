@@ -45,6 +45,7 @@ enum class EvalError : std::int32_t {
     MismatchedQuotes = 25,
     NonExistentVariable = 26,
     UnableToAddVariable = 27,
+    StringTooLong = 28,
     ImplementationError = 30,
 };
 

@@ -178,6 +178,8 @@ constexpr std::array kComparisons{
 };
 
 constexpr int kConcatenateCode = 1;
+// The longest string a concatenation may make (its message names it).
+constexpr std::size_t MaxStringLength = 65535;
 
 template <typename Table> const auto* FindByCode(const Table& table, int code) {
     const auto* found = std::find_if(table.begin(), table.end(),
@@ -202,7 +204,14 @@ Value ApplyToStrings(const BinaryOperator& op, const Value& a, const Value& b, E
     const auto* left = std::get_if<std::string>(&a);
     const auto* right = std::get_if<std::string>(&b);
     if (left != nullptr && right != nullptr) {
-        if (op.Code == kConcatenateCode) return *left + *right;
+        if (op.Code == kConcatenateCode) {
+            // A string doubled by set in a repeat would otherwise grow without end.
+            if (left->size() + right->size() > MaxStringLength) {
+                errors.AddError(EvalError::StringTooLong, op.Text);
+                return {};
+            }
+            return *left + *right;
+        }
         if (const auto* comparison = FindByCode(kComparisons, op.Code)) {
             return Truth(comparison->Holds(left->compare(*right)));
         }

@@ -35,6 +35,12 @@ struct ExpansionLevel {
     std::vector<std::string> Items;
 
     bool UsedUp() const { return Position >= Text.size(); }
+    // The characters the level holds: its text, arguments and items.
+    std::size_t TextSize() const {
+        std::size_t size = Text.size() + Parameters.TextSize() + Parameter.size();
+        for (const std::string& item : Items) size += item.size();
+        return size;
+    }
 
     // The next line of the text; a run of line ends after it is stepped over.
     std::string NextLine() {

@@ -1,6 +1,7 @@
 #include "macros/MacroText.h"
 
 #include "source/LineScanner.h"
+#include "source/RunFailure.h"
 #include "source/SourceStatement.h"
 
 #include <array>
@@ -31,7 +32,10 @@ std::string_view Unbracketed(std::string_view text) {
     return text;
 }
 
-void AppendReplacedWords(std::string& out, std::string_view text, const ParameterMap& parameters) {
+// The line grows by whole arguments: it is measured after each, before it
+// can double again.
+void AppendReplacedWords(std::string& out, std::string_view text, const ParameterMap& parameters,
+                         std::size_t longest) {
     std::size_t pos = 0;
     while (pos < text.size()) {
         const std::size_t start = pos;
@@ -39,7 +43,11 @@ void AppendReplacedWords(std::string& out, std::string_view text, const Paramete
         while (pos < text.size() && IsDelimiter(text[pos]) == delimiters) ++pos;
         const std::string_view run = text.substr(start, pos - start);
         const std::string* bound = delimiters ? nullptr : parameters.Find(run);
-        out += bound ? Unbracketed(*bound) : run;
+        const std::string_view piece = bound ? Unbracketed(*bound) : run;
+        if (out.size() + piece.size() > longest) [[unlikely]]
+            throw LimitReached("a line of macro expansion longer than " + std::to_string(longest) +
+                               " characters");
+        out += piece;
     }
 }
 
@@ -62,9 +70,10 @@ void ResolveJoins(std::string& text, std::size_t from) {
 }
 
 // Appends `text` with its parameters substituted.
-void AppendSubstituted(std::string& out, std::string_view text, const ParameterMap& parameters) {
+void AppendSubstituted(std::string& out, std::string_view text, const ParameterMap& parameters,
+                       std::size_t longest = std::string::npos) {
     const std::size_t start = out.size();
-    AppendReplacedWords(out, text, parameters);
+    AppendReplacedWords(out, text, parameters, longest);
     ResolveJoins(out, start);
 }
 
@@ -91,7 +100,7 @@ std::string SubstituteParameters(std::string_view text, const ParameterMap& para
 
 // As ComposeLine on the substituted fields, composed in one buffer.
 void SubstituteLine(std::string_view line, const ParameterMap& parameters, ScannedLine& scratch,
-                    std::string& result) {
+                    std::string& result, std::size_t longest) {
     scratch.Scan(line);
     result.clear();
     result.reserve(line.size() + 16);
@@ -99,11 +108,11 @@ void SubstituteLine(std::string_view line, const ParameterMap& parameters, Scann
         const SourceStatement& statement = scratch.Statements[i];
         if (i > 0) result += '!';
         const std::size_t lineStart = result.size();
-        AppendSubstituted(result, statement.Label, parameters);
+        AppendSubstituted(result, statement.Label, parameters, longest);
         const bool noLabel = result.size() == lineStart;
         result += '\t';
         const std::size_t operationStart = result.size();
-        AppendSubstituted(result, statement.Operation, parameters);
+        AppendSubstituted(result, statement.Operation, parameters, longest);
         const bool noOperation = result.size() == operationStart;
         if (statement.TooManyOperands) LineScanner::FailTooManyOperands();
         const std::span<const std::string_view> operands = scratch.OperandsOf(statement);
@@ -115,7 +124,7 @@ void SubstituteLine(std::string_view line, const ParameterMap& parameters, Scann
         result += '\t';
         for (std::size_t k = 0; k < operands.size(); ++k) {
             if (k > 0) result += ',';
-            AppendSubstituted(result, operands[k], parameters);
+            AppendSubstituted(result, operands[k], parameters, longest);
         }
         if (!statement.Comment.empty()) result.append("\t").append(statement.Comment);
     }

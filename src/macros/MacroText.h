@@ -28,9 +28,10 @@ std::string SubstituteParameters(std::string_view text, const ParameterMap& para
 // A line replayed from an expansion: split into statements, label,
 // operation and every operand substituted, and composed again into
 // `result`. The comment is kept as written. `scratch` holds the line's
-// statements while it is composed.
+// statements while it is composed. A line that grows past `longest`
+// characters ends the run (LimitReached).
 void SubstituteLine(std::string_view line, const ParameterMap& parameters, ScannedLine& scratch,
-                    std::string& result);
+                    std::string& result, std::size_t longest);
 
 } // namespace MacroText
 } // namespace trident

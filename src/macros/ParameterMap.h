@@ -20,6 +20,12 @@ class ParameterMap {
     // The text bound to `name`, or nothing.
     const std::string* Find(std::string_view name) const;
     bool Empty() const { return pBindings.empty(); }
+    // The characters of all names and texts bound.
+    std::size_t TextSize() const {
+        std::size_t size = 0;
+        for (const Binding& binding : pBindings) size += binding.Name.size() + binding.Text.size();
+        return size;
+    }
     void Clear() { pBindings.clear(); }
 
   private:

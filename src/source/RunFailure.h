@@ -13,4 +13,13 @@ class RunFailure : public std::runtime_error {
     explicit RunFailure(const std::string& message) : std::runtime_error(message) {}
 };
 
+// A budget of the work one source may cause was spent (lines read, the
+// length of an expanded line, the text of the open expansions): the source
+// grows without end. The run ends as at a terminal stop, with an error on
+// the line that passed it.
+class LimitReached : public RunFailure {
+  public:
+    explicit LimitReached(const std::string& message) : RunFailure(message) {}
+};
+
 } // namespace trident

@@ -3,6 +3,7 @@
 #include "output/LoaderStyle.h"
 #include "output/ObjectTexts.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -42,14 +43,22 @@ struct RunOptions {
     // no table is configured: nothing is loaded, nothing fails, and every
     // operation word is unknown to the instruction encoder.
     std::string OpcodeTableFile;
-    // The most lines that macro and repeat expansions may deliver in one
-    // pass: nested repeats with large counts, written by mistake, would
-    // otherwise run for hours and list without end. Passing it fails the run.
-    std::int32_t MaxExpandedLines = 10'000'000;
-    // The most lines one pass may read from all sources together: a file
-    // that includes itself several times over would otherwise read copies
-    // of itself without end. Passing it fails the run.
+    // The budget of work one source may cause, whatever it is: a file that
+    // includes itself several times over, or a macro that doubles its
+    // argument at every level, would otherwise grow without end. Passing one
+    // ends the run with an error on the line that passed it.
+    // Lines read from all sources together, in one pass and in the run.
     std::int32_t MaxLinesPerPass = 10'000'000;
+    std::int64_t MaxLinesPerRun = 20'000'000;
+    // Include files and macro libraries opened in one pass.
+    std::int32_t MaxFilesOpenedPerPass = 10'000;
+    // The length of one line of macro expansion after substitution.
+    std::size_t MaxExpandedLineLength = 256 * 1024;
+    // The text held by all open expansions together: bodies, arguments and
+    // repeat items.
+    std::size_t MaxOpenExpansionText = 16 * 1024 * 1024;
+    // The characters of all lines of macro expansion in the run.
+    std::int64_t MaxExpandedTextPerRun = std::int64_t{128} * 1024 * 1024;
     // Intel HEX ends with a type 01 end-of-file record and S-records start
     // with an S0 header, as other tools expect.
     bool StandardRecords = false;

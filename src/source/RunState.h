@@ -28,6 +28,7 @@ struct PassState {
     std::int32_t BytesEmitted = 0;
     // Lines read from every source (for the limit of lines in one pass).
     std::int32_t LinesRead = 0;
+    std::int32_t FilesOpened = 0;
     // Errors on statements whose word is a Zilog mnemonic while the
     // notation is 8080, and how many of those found no such operation: a
     // source in Zilog notation assembled without it.
@@ -42,6 +43,9 @@ struct RunState : PassState {
     static constexpr std::int32_t NothingEmitted = 65535;
 
     std::int32_t HighestPass = 0;
+    // What the run has read so far, against its budget (RunOptions).
+    std::int64_t LinesReadInRun = 0;
+    std::int64_t ExpandedTextInRun = 0;
     bool StopRequested = false;
     // A value that had to be known now was not: the assembly ends.
     bool TerminalStop = false;

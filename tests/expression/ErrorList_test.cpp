@@ -42,12 +42,13 @@ TEST(ErrorList, MessagesByCode) {
         {22, "Number Must Start With 0-9"},
         {25, "MismatchedOpenAndCloseQuotes"},
         {26, "Non Existant Variable"},
+        {28, "String longer than 65535 characters"},
         {30, "Implementation Error"},
     };
     for (const auto& [code, message] : cases) {
         EXPECT_EQ(ErrorList::ErrorString(code), message) << code;
     }
-    for (const int code : {-13, -11, -1, 1, 2, 28, 29, 31}) {
+    for (const int code : {-13, -11, -1, 1, 2, 29, 31}) {
         EXPECT_EQ(ErrorList::ErrorString(code), "Unknown Error") << code;
     }
 }

@@ -68,6 +68,15 @@ const HostileSource HostileSources[] = {
     {"MacroCallingItself", "m macro\n m\n endm\n m\n", RunFailed,
      {"macro expansion nested deeper than 255 levels (", "prog.asm line 4, in expansion of macro m)"}},
     {"IncludeOfItself", " include prog.asm\n nop\n", ErrorsListed, {"error: Cannot nest more than 8 levels ~ prog.asm"}},
+    // Sources that grow without end: each ends in well under a second at its budget.
+    {"IncludeOfItselfThirtyTimes", Repeat(" include prog.asm\n", 30) + "; more\n", ErrorsListed,
+     {"error: Limit reached ~ more than 10000 include files and macro libraries opened in one pass (",
+      "prog.asm line "}},
+    {"MacroDoublingItsArgument", "grow macro a\n grow a+a\n endm\n grow 1\n end\n", ErrorsListed,
+     {"prog.asm:4: error: Limit reached ~ a line of macro expansion longer than 262144 characters",
+      "prog.asm:4: note: in expansion of macro grow"}},
+    {"StringDoublingInARepeat", "s set \"ab\"\n rept 40\ns set s+s\n endm\n", ErrorsListed,
+     {"prog.asm:2: error: String longer than 65535 characters ~ +"}},
     {"IncludeOfADirectory", " include .\n", ErrorsListed, {"prog.asm:1: error: Include file error ~ ."}},
     // Libraries are read in pass 1 only, so the listed error is not counted;
     // the message box text tells the user.

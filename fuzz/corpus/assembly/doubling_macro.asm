@@ -1,0 +1,5 @@
+grow	macro	a
+	grow	a+a
+	endm
+	grow	1
+	end
