@@ -13,6 +13,8 @@ _trident_asm_files() {
 }
 
 _trident_asm() {
+    # words and cword are _init_completion's too.
+    # shellcheck disable=SC2034
     local cur prev words cword split=false
     if declare -F _init_completion >/dev/null; then
         _init_completion -s || return

@@ -48,8 +48,9 @@ example=$root/examples/hello.asm
 (cd "$work" && "$tool" "$example" --quiet --hex installed.hex --listing hello.ls) ||
     fail "the installed trident-asm failed on examples/hello.asm"
 (cd "$work" && "$build/bin/trident-asm" "$example" --quiet --hex built.hex) >/dev/null
-[ -s "$work/installed.hex" ] && [ "$(head -c1 "$work/installed.hex")" = : ] ||
+if [ "$(head -c1 "$work/installed.hex" 2>/dev/null)" != : ]; then
     fail "the installed trident-asm wrote no Intel HEX"
+fi
 cmp -s "$work/installed.hex" "$work/built.hex" ||
     fail "the installed trident-asm's HEX differs from the build tree's"
 # It took the installed table: without it the run cannot start.
@@ -102,7 +103,7 @@ complete_in() { # helpers(yes|no) before word -> the candidates, sorted, on one 
             # shellcheck disable=SC1091
             source /usr/share/bash-completion/bash_completion
         fi
-        # shellcheck disable=SC1090
+        # shellcheck disable=SC1091
         source "$prefix/share/bash-completion/completions/trident-asm"
         read -ra before <<<"$2"
         COMP_WORDS=(trident-asm "${before[@]}" "$3")
