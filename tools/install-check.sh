@@ -150,6 +150,12 @@ if ! $quick; then
     if $window; then
         dpkg-deb -f "$deb" Depends | grep -q libqt6widgets6 || fail "the package does not depend on Qt 6"
     fi
+    # The package's own tree assembles the example as the build tree does.
+    dpkg-deb -x "$deb" "$scratch/unpacked"
+    (cd "$work" && "$scratch/unpacked/usr/bin/trident-asm" "$example" --quiet --hex packaged.hex) ||
+        fail "the packaged trident-asm failed on examples/hello.asm"
+    cmp -s "$work/packaged.hex" "$work/built.hex" ||
+        fail "the packaged trident-asm's HEX differs from the build tree's"
 fi
 
 if [ "$failures" -gt 0 ]; then
