@@ -6,7 +6,7 @@
 namespace trident {
 
 // Where a program looks for OpTable.def when none is named: beside itself,
-// as in a build tree, then in share/trident/ beside its bin/, as installed.
+// as in a build tree, then in ../share/trident/ from there, as installed.
 std::array<std::filesystem::path, 2>
 OpcodeTablePlaces(const std::filesystem::path& programDirectory);
 
