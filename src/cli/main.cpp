@@ -1,5 +1,6 @@
 // trident-asm: the batch front end of the assembler, for scripts and builds.
 #include "cli/BatchTool.h"
+#include "encoder/OpcodeTablePlace.h"
 
 #include <CLI/CLI.hpp>
 #include <filesystem>
@@ -50,12 +51,13 @@ std::string VersionText() {
            std::to_string(TRIDENT_VERSION_MINOR) + "." + std::to_string(TRIDENT_VERSION_PATCH);
 }
 
-// The opcode table lies beside the program, wherever it was started from.
+// The opcode table is found from where the program lies, wherever it was
+// started from: beside it in a build tree, in share/trident/ when installed.
 std::string DefaultOpcodeTable(const char* argv0) {
     std::error_code error;
     std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
     if (error) program = std::filesystem::absolute(argv0, error);
-    return (program.parent_path() / "OpTable.def").string();
+    return trident::FindOpcodeTable(program.parent_path()).string();
 }
 
 void AddOptions(CLI::App& app, trident::BatchOptions& options) {

@@ -1,6 +1,7 @@
 #include "frontend/MainWindow.h"
 
 #include "assembler/ListingColours.h"
+#include "encoder/OpcodeTablePlace.h"
 #include "frontend/DirectoryDialog.h"
 #include "frontend/FileFilters.h"
 #include "output/AtomicFile.h"
@@ -135,7 +136,7 @@ MainWindow::MainWindow(QWidget* parent)
     : QMainWindow(parent), pAssembly(std::make_unique<Assembly>(static_cast<FrontEnd*>(this))) {
     setObjectName(QStringLiteral("frmAssembler"));
     pAssembly->Options().OpcodeTableFile =
-        NativePath(QCoreApplication::applicationDirPath() + QStringLiteral("/OpTable.def"));
+        FindOpcodeTable(NativePath(QCoreApplication::applicationDirPath())).string();
 
     CreateActions();
     CreateMenus();

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QFileInfo>
+#include <QIcon>
 #include <QPixmap>
 #include <QTimer>
 #include <cstdio>
@@ -16,6 +17,10 @@ int main(int argc, char** argv) {
                                                 .arg(TRIDENT_VERSION_MAJOR)
                                                 .arg(TRIDENT_VERSION_MINOR)
                                                 .arg(TRIDENT_VERSION_PATCH));
+    // The installed menu entry, trident.desktop, and the icon of that name:
+    // the desktop matches the window to them.
+    QGuiApplication::setDesktopFileName(QStringLiteral("trident"));
+    QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("trident")));
 
     QCommandLineParser parser;
     parser.setApplicationDescription(
