@@ -24,7 +24,7 @@ _trident_asm() {
     fi
 
     case $prev in
-        --listing | --hex | --srec | --loader | --bin | --symbols | --optable)
+        --listing | --hex | --srec | --loader | --bin | --symbols | --depfile | --optable)
             _trident_asm_files
             return
             ;;
@@ -36,6 +36,9 @@ _trident_asm() {
             mapfile -t COMPREPLY < <(compgen -W 'sde ddt' -- "$cur")
             return
             ;;
+        -D | --define | --max-lines)
+            return
+            ;;
         -h | --help | --version)
             return
             ;;
@@ -44,10 +47,11 @@ _trident_asm() {
 
     if [[ $cur == -* ]]; then
         local options='--help --version --listing --hex --srec --loader --loader-style
-            --bin --symbols --rtf --big-endian --strip-parity --compatible
+            --bin --symbols --depfile --keep-outputs --standard-records --define
+            --rtf --big-endian --strip-parity --compatible
             --list-macro-definitions --list-macro-expansions --list-maclibs
             --case-sensitive --z180 --no-z80-warnings --zilog --list-all-passes
-            --include-dir --maclib-dir --optable --quiet'
+            --include-dir --maclib-dir --optable --max-lines --quiet'
         mapfile -t COMPREPLY < <(compgen -W "$options" -- "$cur")
         return
     fi
