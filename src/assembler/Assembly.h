@@ -178,6 +178,7 @@ class Assembly {
                           bool force);
     // Turns the evaluator's recorded faults into diagnostics.
     void ReportEvaluatorFaults();
+    bool IsEraByte(double value, int width, Signedness signedness) const;
     std::string DescribeFailure(const std::string& what) const;
     void FinishOutputs();
     void RecordReference(int slot);
