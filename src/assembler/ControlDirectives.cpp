@@ -2,6 +2,7 @@
 
 #include "assembler/Assembly.h"
 #include "base/Text.h"
+#include "encoder/EraZ80Library.h"
 #include "encoder/OperandReader.h"
 
 #include <algorithm>
@@ -130,9 +131,19 @@ void Maclib(Assembly& run, Statement& statement) {
         run.ListError("Cannot nest", name);
         return;
     }
-    if (run.State().CurrentPass != 1) return;
+    RunState& state = run.State();
+    const bool builtIn = state.Options.CompatibleMode && EraZ80Library::IsLibraryName(name);
+    if (state.CurrentPass != 1) {
+        if (builtIn && state.EraZ80Library)
+            run.ListWarning("no library file: its Z80 mnemonics are built in", name);
+        return;
+    }
     if (!HasLibraryExtension(name)) name += LibraryExtension;
     if (run.OpenMaclib(name)) return;
+    if (builtIn) {
+        state.EraZ80Library = true;
+        return;
+    }
     run.ListError("Macro library error", name);
     run.Front().ShowMessage("Can NOT open .LIB file\nFile = " + name);
 }

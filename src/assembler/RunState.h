@@ -50,6 +50,9 @@ struct RunState : PassState {
     std::int32_t MaclibLinesRead = 0;
     std::int32_t IncludeDepth = 0;
     bool MaclibOpen = false;
+    // Compatible mode supplies the extended mnemonics of the era's Z80
+    // library, asked for and not found (encoder/EraZ80Library.h).
+    bool EraZ80Library = false;
     // An instruction of the Z80 (Z180) opcode table rows was met in this
     // assembly.
     bool Z80Used = false;

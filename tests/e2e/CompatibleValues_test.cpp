@@ -1,6 +1,6 @@
 // Values in the dialects of the 8080 era: operators, strings, register and
-// mnemonic names as values and the wider byte range, each with Compatible
-// mode on and off.
+// mnemonic names as values, the wider byte range and the built-in Z80
+// library, each with Compatible mode on and off.
 #include "e2e/ToolDir.h"
 
 #include <cstdio>
@@ -129,6 +129,57 @@ const Case ByteRangeCases[] = {
 
 TEST(CompatibleValues, ByteRange) {
     for (const Case& c : ByteRangeCases) Check(c);
+}
+
+// `maclib z80` with no such file: the library's mnemonics are built in.
+const Case LibraryCases[] = {
+    {"indexed loads and stores", Compatible,
+     " maclib z80\n ldx a,5\n stx b,-2\n mvix 12h,3\n lxiy 1234h\n",
+     "DD 7E 05 DD 70 FE DD 36 03 12 FD 21 34 12", "built in"},
+    {"indexed arithmetic", Compatible,
+     " maclib z80\n addx 1\n sbby 2\n anax 3\n xray 4\n cmpx 5\n dcry 6\n",
+     "DD 86 01 FD 9E 02 DD A6 03 FD AE 04 DD BE 05 FD 35 06", "built in"},
+    {"indexed bits and rotates", Compatible,
+     " maclib z80\n bitx 3,4\n resy 0,2\n setx 7,1\n rlcx 1\n srly 2\n",
+     "DD CB 04 5E FD CB 02 86 DD CB 01 FE DD CB 01 06 FD CB 02 3E", "built in"},
+    {"index registers and the f forms", Compatible,
+     " maclib z80\n pushix\n popiy\n inxix\n dcxiy\n outpf\n inpf\n",
+     "DD E5 FD E1 DD 23 FD 2B ED 71 ED 70", "built in"},
+    {"dollar in a jump is the displacement byte", Compatible,
+     " maclib z80\n jr $-1\n djnz $\n jrnz $+1\n", "18 FE 10 FF 20 00", "built in"},
+    {"jumps to labels", Compatible,
+     " maclib z80\nback: jrc back\n jrz ahead\n nop\nahead: jrnc back\n", "38 FE 28 01 00 30 F9",
+     "built in"},
+    {"a jump out of range", Compatible, " maclib z80\n jr $+200\n", "18 C7", "Bad Range"},
+    {"a displacement out of range", Compatible, " maclib z80\n ldx a,128\n", "DD 7E 80",
+     "Signed Value out of Range"},
+    {"a register number out of range", Compatible, " maclib Z80.LIB\n ldx 8,1\n", "DD 46 01",
+     "Value out of Range"},
+    {"trident's own jr counts from the opcode", Default, " org 100h\n jr $-1\n", "18 FD", ""},
+};
+
+TEST(CompatibleValues, BuiltInZ80Library) {
+    for (const Case& c : LibraryCases) Check(c);
+}
+
+TEST(CompatibleValues, LibraryFileWinsOverTheBuiltInMnemonics) {
+    const Case withFile{"library file", Compatible, " maclib z80\n pushix\n", "01 02", ""};
+    Check(withFile, {{"z80.lib", "pushix macro\n db 1,2\n endm\n"}});
+}
+
+// A library-style macro jump written the era's way: "$" is the start of the
+// statement, inside a db list too, so the displacement is counted from it.
+TEST(CompatibleValues, LibraryStyleMacroJumps) {
+    const char* source = " org 100h\n"
+                         "jmpr macro ?n\n db 18h\n db ?n-$-1\n endm\n"
+                         "jmpr2 macro ?n\n db 18h,?n-$-2\n endm\n"
+                         "here: jmpr here\n jmpr2 here\n jmpr there\n jmpr2 there\n"
+                         "there: nop\n";
+    for (const char* flags : {Compatible, Default}) {
+        const Outcome out = Assemble(source, flags);
+        EXPECT_EQ(out.Bytes, "18 FE 18 FC 18 02 18 00 00") << flags << '\n' << out.Err;
+        EXPECT_EQ(out.Err, "");
+    }
 }
 
 } // namespace
