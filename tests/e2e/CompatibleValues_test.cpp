@@ -1,6 +1,6 @@
 // Values in the dialects of the 8080 era: operators, strings, register and
-// mnemonic names as values, the wider byte range and the built-in Z80
-// library, each with Compatible mode on and off.
+// mnemonic names as values, the wider byte range, the built-in Z80 library
+// and dw's text order, each with Compatible mode on and off.
 #include "e2e/ToolDir.h"
 
 #include <cstdio>
@@ -180,6 +180,19 @@ TEST(CompatibleValues, LibraryStyleMacroJumps) {
         EXPECT_EQ(out.Bytes, "18 FE 18 FC 18 02 18 00 00") << flags << '\n' << out.Err;
         EXPECT_EQ(out.Err, "");
     }
+}
+
+const Case WordOrderCases[] = {
+    {"value low byte first", Default, " dw 'AB','CD'\n", "42 41 44 43", ""},
+    {"text order", "--dw-text-order", " dw 'AB',\"CD\"\n", "41 42 43 44", ""},
+    {"text order beside Compatible", "--dw-text-order --compatible", " dw 'AB'\n", "41 42", ""},
+    {"one character and numbers", "--dw-text-order", " dw 'A',1234h,'A'+1\n", "41 00 34 12 42 00",
+     ""},
+    {"a longer string", "--dw-text-order", " dw 'ABC'\n", "43 42", "Value out of Range"},
+};
+
+TEST(CompatibleValues, WordStringOrder) {
+    for (const Case& c : WordOrderCases) Check(c);
 }
 
 } // namespace

@@ -463,6 +463,7 @@ class WindowTest : public QObject {
             Child<QCheckBox>(window.get(), "chkBigEndCode")->click();
             Child<QCheckBox>(window.get(), "chkListMacExp")->click();
             Child<QCheckBox>(window.get(), "chkZilog")->click();
+            Child<QCheckBox>(window.get(), "chkDwTextOrder")->click();
             auto* loader = Child<QRadioButton>(window.get(), "optSDE");
             QTest::mouseClick(loader, Qt::LeftButton, {}, QPoint(loader->width() - 4, 5));
             window->OpenSource(source);
@@ -470,11 +471,12 @@ class WindowTest : public QObject {
             window->close();
         }
         const QList<std::pair<const char*, QString>> expected = {
-            {"Options/BigEndCode", "1"}, {"Options/StripParity", "0"},
-            {"Options/ListMacExp", "1"}, {"Options/Loader", "sde"},
-            {"Options/Zilog", "1"},      {"Options/IncludeDir", ""},
-            {"Main/Width", "1150"},      {"Main/Height", "820"},
-            {"Main/WindowState", "0"},   {"Paths/Source", pDir.path()},
+            {"Options/BigEndCode", "1"},   {"Options/StripParity", "0"},
+            {"Options/ListMacExp", "1"},   {"Options/Loader", "sde"},
+            {"Options/Zilog", "1"},        {"Options/IncludeDir", ""},
+            {"Options/DwTextOrder", "1"},  {"Main/Width", "1150"},
+            {"Main/Height", "820"},        {"Main/WindowState", "0"},
+            {"Paths/Source", pDir.path()},
         };
         for (const auto& [key, value] : expected) QCOMPARE(Setting(key), value);
         QVERIFY(!Setting("Main/Top").isEmpty() && !Setting("Main/Left").isEmpty());
@@ -483,6 +485,7 @@ class WindowTest : public QObject {
             QVERIFY(Child<QCheckBox>(window.get(), "chkBigEndCode")->isChecked());
             QVERIFY(Child<QCheckBox>(window.get(), "chkListMacExp")->isChecked());
             QVERIFY(Child<QCheckBox>(window.get(), "chkZilog")->isChecked());
+            QVERIFY(Child<QCheckBox>(window.get(), "chkDwTextOrder")->isChecked());
             QVERIFY(!Child<QCheckBox>(window.get(), "chkStripParity")->isChecked());
             QCOMPARE(Child<QRadioButton>(window.get(), "optSDE")->text(), QStringLiteral("SDE"));
             QCOMPARE(window->size(), QSize(1150, 820));
