@@ -195,5 +195,60 @@ TEST(CompatibleValues, WordStringOrder) {
     for (const Case& c : WordOrderCases) Check(c);
 }
 
+// Small programs in the manner of each dialect, each using several of the
+// differences at once.
+const Case DialectPrograms[] = {
+    {"Digital Research-style ASM with the Z80 library", Compatible,
+     "; upper-cases a four-letter table through IX\n"
+     "        org     100h\n"
+     "        maclib  z80\n"
+     "count   equ     4\n"
+     "start:  lxix    table\n"
+     "        mvi     b,count\n"
+     "loop:   ldx     a,0\n"
+     "        cpi     \"a\"\n"
+     "        jrc     skip\n"
+     "        ani     not 20h\n"
+     "        stx     a,0\n"
+     "skip:   inxix\n"
+     "        djnz    loop\n"
+     "        ret\n"
+     "table:  db      'abcd'\n",
+     "DD 21 17 01 06 04 DD 7E 00 FE 61 38 05 E6 DF DD 77 00 DD 23 10 F0 C9 61 62 63 64",
+     "built in"},
+    {"Microsoft-style Z80 source", ZilogCompatible,
+     "mask    equ     0fh\n"
+     "        ld      a,(hl)\n"
+     "        and     ~mask\n"
+     "        xor     'L' ^ '='\n"
+     "        cp      \"Z\"+1\n"
+     "        ld      b,a\n"
+     "        ret\n",
+     "7E E6 F0 EE 71 FE 5B 47 C9", ""},
+    {"ISIS-style source", Compatible,
+     "CR      EQU     0DH\n"
+     "REG     EQU     H\n"
+     "        MVI     A,CR\n"
+     "        MOV     REG,A\n"
+     "        INR     REG\n"
+     "        ANI     NOT 0F8H\n"
+     "        CPI     RET\n"
+     "        DB      NOP,HLT\n",
+     "3E 0D 67 24 E6 07 FE C9 00 76", ""},
+    {"Altair-style monitor command table", "--compatible --dw-text-order",
+     "cmdtab: dw      'DM'\n"
+     "        dw      dump\n"
+     "        dw      'GO'\n"
+     "        dw      go\n"
+     "dump:   mvi     a,'>'\n"
+     "        ret\n"
+     "go:     pchl\n",
+     "44 4D 08 00 47 4F 0B 00 3E 3E C9 E9", ""},
+};
+
+TEST(CompatibleValues, DialectPrograms) {
+    for (const Case& c : DialectPrograms) Check(c);
+}
+
 } // namespace
 } // namespace trident
