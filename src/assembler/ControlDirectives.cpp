@@ -123,6 +123,11 @@ bool HasLibraryExtension(std::string_view name) {
            LowerCase(name.substr(name.size() - LibraryExtension.size())) == LibraryExtension;
 }
 
+void BuildInZ80Library(Assembly& run, std::string_view name) {
+    run.State().EraZ80Library = true;
+    run.ListWarning("no library file: its Z80 mnemonics are built in", name);
+}
+
 // A library is read in pass 1 only; its macros stay in the macro table for
 // the later passes.
 void Maclib(Assembly& run, Statement& statement) {
@@ -134,14 +139,14 @@ void Maclib(Assembly& run, Statement& statement) {
     RunState& state = run.State();
     const bool builtIn = state.Options.CompatibleMode && EraZ80Library::IsLibraryName(name);
     if (state.CurrentPass != 1) {
-        if (builtIn && state.EraZ80Library)
-            run.ListWarning("no library file: its Z80 mnemonics are built in", name);
+        if (builtIn && state.EraZ80LibraryMissing) BuildInZ80Library(run, name);
         return;
     }
     if (!HasLibraryExtension(name)) name += LibraryExtension;
     if (run.OpenMaclib(name)) return;
     if (builtIn) {
-        state.EraZ80Library = true;
+        state.EraZ80LibraryMissing = true;
+        BuildInZ80Library(run, name);
         return;
     }
     run.ListError("Macro library error", name);

@@ -156,6 +156,10 @@ const Case LibraryCases[] = {
     {"a register number out of range", Compatible, " maclib Z80.LIB\n ldx 8,1\n", "DD 46 01",
      "Value out of Range"},
     {"trident's own jr counts from the opcode", Default, " org 100h\n jr $-1\n", "18 FD", ""},
+    {"the library counts from its maclib line", Compatible,
+     " org 100h\n jr $-1\n maclib z80\n jr $-1\n", "18 FD 18 FE", "built in"},
+    {"no library mnemonics before it", Compatible, " pushix\n maclib z80\n", "",
+     "Invalid Directive, Operation or Macro"},
 };
 
 TEST(CompatibleValues, BuiltInZ80Library) {
