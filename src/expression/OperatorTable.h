@@ -7,8 +7,8 @@
 
 namespace trident::expr {
 
-// The operator rules an assembly reads its expressions with, chosen once for
-// the assembly. Compatible adds what the era's cross-assemblers accept: "^"
+// The operator rules an assembly reads its expressions with, chosen at the
+// start of every pass. Compatible adds what the era's cross-assemblers accept: "^"
 // is exclusive or instead of the power, "~" the complement (and so no longer
 // a name character).
 enum class Dialect : std::uint8_t { Standard, Compatible };
