@@ -48,7 +48,7 @@ _trident_asm() {
     if [[ $cur == -* ]]; then
         local options='--help --version --listing --hex --srec --loader --loader-style
             --bin --symbols --depfile --keep-outputs --standard-records --define
-            --rtf --big-endian --strip-parity --compatible
+            --rtf --big-endian --strip-parity --compatible --dw-text-order
             --list-macro-definitions --list-macro-expansions --list-maclibs
             --case-sensitive --z180 --no-z80-warnings --zilog --list-all-passes
             --include-dir --maclib-dir --optable --max-lines --quiet'

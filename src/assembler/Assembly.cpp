@@ -127,6 +127,8 @@ void Assembly::StartPass(std::int16_t pass, const std::filesystem::path& source)
     pConditionals.Reset();
     // Every pass starts in radians, so that all passes evaluate alike.
     pEvaluator->SetDRG(AngleUnit::Radians);
+    pEvaluator->SetDialect(pState.Options.CompatibleMode ? expr::Dialect::Compatible
+                                                         : expr::Dialect::Standard);
     pState.ZilogNotation = pState.Options.ZilogMnemonics;
 
     // The main file is read from disk and its lines are cut into statements

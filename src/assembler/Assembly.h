@@ -140,6 +140,7 @@ class Assembly final : public EncoderContext, public MacroContext {
     // listing text to `text` (nothing when the line will not be listed).
     void EmitBits(std::uint32_t whole, int width, std::string& text) override;
 
+    void SetLocation(std::int32_t address) override { pSymbols->SetLocation(address); }
     void WatchChangeable() override { pMetChangeable = false; }
     bool MetChangeable() const override { return pMetChangeable; }
     void LogEmissions(KeptEncoding* log) override { pEmitter.LogEmissions(log); }
@@ -191,6 +192,7 @@ class Assembly final : public EncoderContext, public MacroContext {
     void ReportEvaluatorFaults();
     void NoteUnresolved(std::int32_t code);
     void CountZilogWordError(std::string_view message);
+    bool IsEraByte(double value, int width, Signedness signedness) const;
     std::string DescribeFailure(const std::string& what) const;
     void FinishOutputs();
     void RecordReference(int slot);

@@ -2,6 +2,7 @@
 
 #include "assembler/Assembly.h"
 #include "base/Text.h"
+#include "encoder/EraZ80Library.h"
 #include "encoder/OperandReader.h"
 
 #include <algorithm>
@@ -122,6 +123,11 @@ bool HasLibraryExtension(std::string_view name) {
            LowerCase(name.substr(name.size() - LibraryExtension.size())) == LibraryExtension;
 }
 
+void BuildInZ80Library(Assembly& run, std::string_view name) {
+    run.State().EraZ80Library = true;
+    run.ListWarning("no library file: its Z80 mnemonics are built in", name);
+}
+
 // A library is read in pass 1 only; its macros stay in the macro table for
 // the later passes.
 void Maclib(Assembly& run, Statement& statement) {
@@ -130,9 +136,19 @@ void Maclib(Assembly& run, Statement& statement) {
         run.ListError("Cannot nest", name);
         return;
     }
-    if (run.State().CurrentPass != 1) return;
+    RunState& state = run.State();
+    const bool builtIn = state.Options.CompatibleMode && EraZ80Library::IsLibraryName(name);
+    if (state.CurrentPass != 1) {
+        if (builtIn && state.EraZ80LibraryMissing) BuildInZ80Library(run, name);
+        return;
+    }
     if (!HasLibraryExtension(name)) name += LibraryExtension;
     if (run.OpenMaclib(name)) return;
+    if (builtIn) {
+        state.EraZ80LibraryMissing = true;
+        BuildInZ80Library(run, name);
+        return;
+    }
     run.ListError("Macro library error", name);
     run.Front().ShowMessage("Can NOT open .LIB file\nFile = " + name);
 }

@@ -9,6 +9,7 @@
 #include <array>
 #include <bit>
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace trident {
@@ -107,11 +108,32 @@ void EmitBytes(Assembly& run, Statement& statement, const Form& form) {
     if (form.End == Ending::ZeroByte) bytes.Byte(std::uint8_t{0});
 }
 
+// A two-character string stored in text order, as the Altair-era
+// assemblers store `dw 'AB'` (41 42); nothing for any other operand.
+std::optional<Value> TextOrderWord(Assembly& run, std::string_view operand) {
+    if (!IsQuotedString(operand)) return {};
+    const std::string characters = run.ConvertQuotedString(operand);
+    if (characters.size() != 2) return {};
+    const auto code = [](char c) {
+        return static_cast<std::int32_t>(static_cast<unsigned char>(c));
+    };
+    return Value{code(characters[0]) | code(characters[1]) << 8};
+}
+
 void EmitWords(Assembly& run, Statement& statement) {
     if (MissingOperands(run, statement)) return;
     DataBytes bytes(run, statement.BytesText);
-    for (const std::string_view operand : statement.OperandList)
-        bytes.Word(run.EvaluateOperand(TrimBlanks(operand), 16));
+    const bool textOrder = run.State().Options.WordStringsInTextOrder;
+    for (const std::string_view field : statement.OperandList) {
+        const std::string_view operand = TrimBlanks(field);
+        if (textOrder) {
+            if (const std::optional<Value> word = TextOrderWord(run, operand)) {
+                bytes.Word(*word);
+                continue;
+            }
+        }
+        bytes.Word(run.EvaluateOperand(operand, 16));
+    }
 }
 
 // Reserved space is never filled in the object texts: their records restart

@@ -6,6 +6,7 @@
 #include "assembler/Directive.h"
 #include "assembler/SymbolDirectives.h"
 #include "base/TextHash.h"
+#include "encoder/EraZ80Library.h"
 #include "encoder/InstructionHandler.h"
 #include "encoder/OperandReader.h"
 #include "encoder/ZilogTranslator.h"
@@ -113,6 +114,7 @@ bool Assembly::Execute(Statement& s) {
         return true;
     }
     if (InstructionHandler::EncodeInstruction(*this, s)) return true;
+    if (pState.EraZ80Library && EraZ80Library::Encode(*this, s)) return true;
     return pMacroBlocks.Invoke(*this, s);
 }
 

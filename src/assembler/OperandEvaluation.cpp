@@ -157,11 +157,19 @@ Value Assembly::EvaluateOperand(std::string_view text, int width, Signedness sig
 std::int32_t Assembly::ReduceWhole(std::string_view text, std::int32_t value, int width,
                                    Signedness signedness, bool force, bool& clean) {
     const Range range = RangeFor(width, signedness);
-    if (value < range.Lowest || value > range.Highest) [[unlikely]] {
+    if ((value < range.Lowest || value > range.Highest) && !IsEraByte(value, width, signedness))
+        [[unlikely]] {
         ReportOutOfRange(text, value, range.Message, force);
         clean = false;
     }
     return ToWidth(static_cast<std::uint32_t>(value), width, signedness);
+}
+
+// The era's assemblers take a byte from -256 to 255, its high byte 00 or FF
+// (ani not mask); only values outside the usual range are asked about.
+bool Assembly::IsEraByte(double value, int width, Signedness signedness) const {
+    return pState.Options.CompatibleMode && width == 8 && signedness == Signedness::Either &&
+           value >= -256 && value < -128;
 }
 
 void Assembly::ReportOutOfRange(std::string_view text, std::int32_t value, const char* message,
@@ -185,7 +193,8 @@ std::int32_t Assembly::ReduceNumber(std::string_view text, const Value& result, 
     const Range range = RangeFor(width, signedness);
     // The detail is composed only for a diagnostic: most operands are fine.
     const auto detail = [&] { return std::string(text) + " = " + NumberText(*number); };
-    if (*number < range.Lowest || *number > range.Highest) {
+    if ((*number < range.Lowest || *number > range.Highest) &&
+        !IsEraByte(*number, width, signedness)) {
         ListError(range.Message, detail(), force);
         clean = false;
     }

@@ -95,6 +95,8 @@ void AddOptions(CLI::App& app, trident::BatchOptions& options) {
     app.add_flag("--big-endian", run.BigEndianCode, "List 16-bit values high byte first");
     app.add_flag("--strip-parity", run.StripParity, "Clear bit 7 of every source character");
     app.add_flag("--compatible", run.CompatibleMode, "Compatibility mode");
+    app.add_flag("--dw-text-order", run.WordStringsInTextOrder,
+                 "dw stores a two-character string in text order ('AB' as 41 42)");
     app.add_flag("--list-macro-definitions", run.ListMacroDefinitions,
                  "List the lines of macro definitions");
     app.add_flag("--list-macro-expansions", run.ListMacroExpansions,

@@ -34,6 +34,8 @@ class EncoderContext {
     virtual Value EvaluateOperand(std::string_view text, int width,
                                   Signedness signedness = Signedness::Either,
                                   bool force = false) = 0;
+    // What "$" reads from now on (the statement's address unless changed).
+    virtual void SetLocation(std::int32_t address) = 0;
     // Emits a value already reduced to its whole bits (width 8 or 16),
     // appending its listing text to `text`.
     virtual void EmitBits(std::uint32_t whole, int width, std::string& text) = 0;

@@ -169,7 +169,7 @@ void InstructionEncoding::RegD() {
 
 // Relative jumps count from the address after a two-byte instruction.
 void InstructionEncoding::Disp() {
-    const Value target = EvaluateNumber(0, 16);
+    const Value target = pRun.State().EraZ80Library ? LibraryJumpTarget() : EvaluateNumber(0, 16);
     EmitRowPrefix();
     EmitOpcode(0);
     if (IsEmpty(target)) {
@@ -180,6 +180,17 @@ void InstructionEncoding::Disp() {
     if (displacement < -128 || displacement > 127)
         pRun.ListError("Bad Range", std::to_string(displacement));
     EmitByte(displacement & 0xFF);
+}
+
+// Where the era's Z80 library stands in for its file, "$" in a relative
+// jump is the address of the displacement byte, as that library computes
+// it: `jr $-1` jumps to the opcode.
+Value InstructionEncoding::LibraryJumpTarget() {
+    const std::int32_t start = pRun.State().LineAddress;
+    pRun.SetLocation(start + 1);
+    Value target = EvaluateNumber(0, 16);
+    pRun.SetLocation(start);
+    return target;
 }
 
 // ldax and stax: the pair goes to bit 4 alone, and only bc or de exist.

@@ -59,6 +59,7 @@ class InstructionEncoding {
     void RejectIndexOnZ180(const RegisterOperand& reg);
     void RejectMemory(const RegisterOperand& reg, std::string_view operand);
 
+    Value LibraryJumpTarget();
     Value EvaluateNumber(int index, int width);
     RegisterOperand ReadRegister(int index, RegisterWidth width);
     void Emit(const Value& value, int width);

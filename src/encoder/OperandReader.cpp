@@ -7,12 +7,17 @@
 #include "source/StatementMemo.h"
 
 #include <array>
+#include <optional>
+#include <span>
 
 namespace trident {
 namespace {
 
 // Searched for in this order; the first one found in an operand applies.
 constexpr std::array<std::string_view, 4> IndexedForms{"(ix)", "(iy)", "(x)", "(y)"};
+// The registers and pairs in the order of their codes.
+constexpr std::array<std::string_view, 8> RegistersByCode{"b", "c", "d", "e", "h", "l", "m", "a"};
+constexpr std::array<std::string_view, 4> PairsByCode{"b", "d", "h", "sp"};
 
 bool HoldsByte(RegisterWidthClass width) {
     return width == RegisterWidthClass::Byte || width == RegisterWidthClass::ByteOrPair;
@@ -57,6 +62,7 @@ RegisterOperand OperandReader::ReadRegister(int index, RegisterWidth width) {
     // checks.
     RegisterOperand result;
     if (form.Kind == StatementMemo::RegisterForm::None) {
+        if (pRun.State().Options.CompatibleMode) return RegisterByValue(operand, width);
         pRun.ListError("Bad register", operand);
         return result;
     }
@@ -73,6 +79,29 @@ RegisterOperand OperandReader::ReadRegister(int index, RegisterWidth width) {
     result.Code = form.Entry->Code;
     result.IndexPrefix = form.Entry->IndexPrefix;
     CheckWidth(operand, *form.Entry, width);
+    return result;
+}
+
+// The era's sources name registers through symbols (`ctrkh equ h`, then
+// `mov a,ctrkh`): an expression whose value is a register's code selects it,
+// 0 to 7 for b ... a, 0, 2, 4, 6 for the pairs.
+RegisterOperand OperandReader::RegisterByValue(std::string_view operand, RegisterWidth width) {
+    const Value value = pRun.Evaluate(operand);
+    RegisterOperand result;
+    if (IsEmpty(value)) return result;
+    const std::optional<double> code = AsNumber(value);
+    const bool pair = width == RegisterWidth::Word || width == RegisterWidth::BcOrDe;
+    const std::span<const std::string_view> names =
+        pair ? std::span<const std::string_view>(PairsByCode) : RegistersByCode;
+    const double index = pair ? code.value_or(-1) / 2 : code.value_or(-1);
+    if (!code || index < 0 || index >= static_cast<double>(names.size()) ||
+        index != static_cast<int>(index)) {
+        pRun.ListError("Bad register", operand);
+        return result;
+    }
+    const RegisterEntry& entry = *RegisterTable::Find(names[static_cast<std::size_t>(index)]);
+    result.Code = entry.Code;
+    CheckWidth(operand, entry, width);
     return result;
 }
 

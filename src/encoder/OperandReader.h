@@ -52,6 +52,7 @@ class OperandReader {
         std::uint32_t DisplacementLength;
     };
     static Form ReadForm(std::string_view operand);
+    RegisterOperand RegisterByValue(std::string_view operand, RegisterWidth width);
     // The operand at `index` is `operand`.
     void NoteIndexRegister(int index, std::string_view operand);
     void CheckWidth(std::string_view operand, const RegisterEntry& entry, RegisterWidth width);

@@ -16,6 +16,7 @@ struct ErrorMessage {
 // The wording is what users see in their listings; it is kept word for word,
 // spelling included.
 constexpr std::array kMessages{
+    ErrorMessage{-13, "'^' is the power operator; xor is exclusive or"},
     ErrorMessage{-12, "Non Standard Quote"},
     ErrorMessage{-10, "Conversion to Signed 32 bit integer"},
     ErrorMessage{-9, "Conversion to Signed 24 bit integer"},

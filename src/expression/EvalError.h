@@ -9,6 +9,7 @@ namespace trident {
 // are part of the list's text form and of the message table, so they never
 // change.
 enum class EvalError : std::int32_t {
+    PowerOfCharacter = -13,
     NonStandardQuote = -12,
     ToSigned32 = -10,
     ToSigned24 = -9,

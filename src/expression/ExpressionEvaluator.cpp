@@ -3,6 +3,7 @@
 #include "expression/ExpressionParser.h"
 #include "expression/NumberLiterals.h"
 #include "expression/Operations.h"
+#include "symbols/PredefinedSymbols.h"
 #include "symbols/SymbolTable.h"
 
 #include <utility>
@@ -19,6 +20,13 @@ constexpr std::size_t kProgramBudget = std::size_t{8} << 20;
 
 void ExpressionEvaluator::SetVariables(SymbolTable* variables) {
     pVariables = variables;
+    pPrograms.Clear();
+}
+
+void ExpressionEvaluator::SetDialect(expr::Dialect dialect) {
+    if (dialect == pDialect) return;
+    pDialect = dialect;
+    pParser.SetDialect(dialect);
     pPrograms.Clear();
 }
 
@@ -112,7 +120,7 @@ bool ExpressionEvaluator::RunStep(const expr::Step& step, expr::Program& program
         pStack.push_back(program.Constants[step.Index]);
         break;
     case StepKind::Literal:
-        pStack.push_back(expr::ConvertLiteral(program.Texts[step.Index], pErrors));
+        pStack.push_back(expr::ConvertLiteral(program.Texts[step.Index], pErrors, pDialect));
         break;
     case StepKind::Name:
         pStack.push_back(LookUpName(program.Names[step.Index]));
@@ -156,11 +164,20 @@ const Value* ExpressionEvaluator::LookUpNameInPlace(SymbolName& name) {
     }
     if (pVariables->CaseSensitive() != pCaseSensitive) pVariables->SetCaseSensitive(pCaseSensitive);
     const Value* value = pVariables->VariableInPlace(name);
-    if (value == nullptr || IsEmpty(*value)) {
-        pErrors.AddError(EvalError::NonExistentVariable, name.Text());
-        return nullptr;
-    }
+    if (value == nullptr || IsEmpty(*value)) return NameWithoutValue(name);
     return value;
+}
+
+// Kept apart from the look-up, which every name of every pass goes through.
+const Value* ExpressionEvaluator::NameWithoutValue(const SymbolName& name) {
+    if (pDialect == expr::Dialect::Compatible) {
+        if (const auto code = EraNameValue(name.Text())) {
+            pDialectName = *code;
+            return &pDialectName;
+        }
+    }
+    pErrors.AddError(EvalError::NonExistentVariable, name.Text());
+    return nullptr;
 }
 
 } // namespace trident

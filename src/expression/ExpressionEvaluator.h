@@ -61,6 +61,13 @@ class ExpressionEvaluator {
     bool CaseSensitive() const { return pCaseSensitive; }
     void SetCaseSensitive(bool caseSensitive) { pCaseSensitive = caseSensitive; }
     void SetDRG(AngleUnit unit) { pAngleUnit = unit; }
+    // The operator rules of the expressions (OperatorTable.h). In the
+    // compatible dialect a name the symbol table has no value for may still
+    // be a register name or an 8080 mnemonic, which then gives its code; a
+    // name the source defines always wins. Programs translated under the
+    // other rules are dropped.
+    void SetDialect(expr::Dialect dialect);
+    expr::Dialect Dialect() const { return pDialect; }
 
     // Literal conversions, also used by the directives outside expressions;
     // their faults go to the same error list.
@@ -81,12 +88,18 @@ class ExpressionEvaluator {
     Value LookUpName(SymbolName& name);
     // LookUpName without a copy; nullptr when the name has no value.
     const Value* LookUpNameInPlace(SymbolName& name);
+    // A name the table has no value for: a name of the dialect's own, or
+    // reported.
+    [[gnu::noinline]] const Value* NameWithoutValue(const SymbolName& name);
     expr::Program& ProgramOf(std::string_view text, ProgramHandle& handle);
     bool Holds(const ProgramHandle& handle) const;
 
     SymbolTable* pVariables = nullptr;
     bool pCaseSensitive = true;
     AngleUnit pAngleUnit = AngleUnit::Radians;
+    expr::Dialect pDialect = expr::Dialect::Standard;
+    // The value of a name of the compatible dialect's own, while it is used.
+    Value pDialectName;
     ErrorList pErrors;
     expr::ExpressionParser pParser;
     // The programs of the texts met so far.

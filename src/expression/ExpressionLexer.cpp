@@ -13,10 +13,6 @@ bool IsQuote(char c) {
     return c == '"' || c == '\'';
 }
 
-bool IsSeparator(char c) {
-    return IsBlank(c) || c == '(' || c == ')' || IsOperatorChar(c);
-}
-
 // True when a sign that follows run belongs to the exponent of a decimal
 // number ("1.5e-3") rather than being an operator.
 bool IsExponentSign(std::string_view run, char next) {
@@ -40,6 +36,10 @@ Token ExpressionLexer::Take(TokenKind kind, std::size_t length) {
 
 Token ExpressionLexer::From(TokenKind kind, std::size_t start) const {
     return {kind, pText.substr(start, pPos - start)};
+}
+
+bool ExpressionLexer::IsSeparator(char c) const {
+    return IsBlank(c) || c == '(' || c == ')' || IsOperatorChar(c);
 }
 
 bool ExpressionLexer::WordEndsHere() const {
@@ -116,7 +116,7 @@ Token ExpressionLexer::NextOperand() {
         return From(TokenKind::Operand, start);
     }
     if (IsOperatorChar(c)) {
-        const bool prefix = FindPrefixOperator(pText.substr(pPos, 1)) != nullptr;
+        const bool prefix = FindPrefixOperator(pText.substr(pPos, 1), pDialect) != nullptr;
         return Take(prefix ? TokenKind::Prefix : TokenKind::Stray, 1);
     }
     const std::size_t start = pPos;
@@ -137,7 +137,7 @@ Token ExpressionLexer::WordAsOperand(std::size_t start) {
         pPos = end;
         return token;
     }
-    const PrefixOperator* prefix = FindPrefixOperator(word);
+    const PrefixOperator* prefix = FindPrefixOperator(word, pDialect);
     if (prefix != nullptr &&
         (IsBlank(next) || (next == '(' && prefix->Op == PrefixOp::Complement))) {
         return {TokenKind::Prefix, word};
@@ -160,7 +160,7 @@ Token ExpressionLexer::NextOperator() {
 }
 
 Token ExpressionLexer::SymbolAsOperator() {
-    const auto symbol = MatchSymbolOperator(pText.substr(pPos));
+    const auto symbol = MatchSymbolOperator(pText.substr(pPos), pDialect);
     if (!symbol) return Take(TokenKind::InvalidOperator, 1);
     return Take(TokenKind::Binary, symbol->size());
 }
@@ -172,7 +172,8 @@ Token ExpressionLexer::WordAsOperator() {
     pPos = RunEnd(pPos);
     const std::string_view word = pText.substr(start, pPos - start);
     if (IsDecimalDigit(word.front())) return {TokenKind::MissingOperator, word};
-    if (FindBinaryOperator(word) != nullptr && WordEndsHere()) return {TokenKind::Binary, word};
+    if (FindBinaryOperator(word, pDialect) != nullptr && WordEndsHere())
+        return {TokenKind::Binary, word};
     return {TokenKind::InvalidOperator, word};
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "expression/ExpressionToken.h"
+#include "expression/OperatorTable.h"
 
 #include <cstddef>
 #include <string_view>
@@ -18,7 +19,8 @@ namespace trident::expr {
 // blank or "(" follows it.
 class ExpressionLexer {
   public:
-    explicit ExpressionLexer(std::string_view text) : pText(text) {}
+    explicit ExpressionLexer(std::string_view text, Dialect dialect = Dialect::Standard)
+        : pText(text), pDialect(dialect), pOperatorChars(&OperatorCharsOf(dialect)) {}
 
     Token NextOperand();
     Token NextOperator();
@@ -27,6 +29,8 @@ class ExpressionLexer {
     bool AtEnd() const { return pPos >= pText.size(); }
     char CharAt(std::size_t pos) const { return pos < pText.size() ? pText[pos] : '\0'; }
     bool WordEndsHere() const;
+    bool IsSeparator(char c) const;
+    bool IsOperatorChar(char c) const { return (*pOperatorChars)[static_cast<unsigned char>(c)]; }
     void SkipBlanks();
     Token Take(TokenKind kind, std::size_t length);
     Token From(TokenKind kind, std::size_t start) const;
@@ -39,6 +43,9 @@ class ExpressionLexer {
 
     std::string_view pText;
     std::size_t pPos = 0;
+    Dialect pDialect;
+    // The operator characters of the dialect, chosen once.
+    const OperatorChars* pOperatorChars;
 };
 
 } // namespace trident::expr

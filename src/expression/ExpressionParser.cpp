@@ -33,18 +33,25 @@ bool IsLiteral(const Token& token) {
 
 } // namespace
 
-Value ConvertLiteral(std::string_view text, ErrorList& errors) {
-    if (text.front() == '"') return DoubleQuotedStringToString(text, errors);
+Value ConvertLiteral(std::string_view text, ErrorList& errors, Dialect dialect) {
+    if (text.front() == '"') {
+        std::string characters = DoubleQuotedStringToString(text, errors);
+        if (dialect == Dialect::Compatible && !characters.empty() && characters.size() <= 2)
+            return CharacterCodes(characters);
+        return characters;
+    }
     if (text.front() == '\'') return SingleQuoteStrToNumber(text, errors);
     return EvalNumber(text, errors);
 }
 
 void ExpressionParser::Compile(std::string_view text, Program& program) {
-    pLexer = ExpressionLexer(text);
+    pLexer = ExpressionLexer(text, pDialect);
     pProgram = &program;
     program.Clear();
     pFrames.clear();
     pDepth = 0;
+    pOperandQuoted = false;
+    pPowerPending = false;
     Stage stage = Stage::NeedOperand;
     while (stage == Stage::NeedOperand || stage == Stage::NeedOperator) {
         stage = stage == Stage::NeedOperand ? OnOperand(pLexer.NextOperand())
@@ -59,7 +66,7 @@ ExpressionParser::Stage ExpressionParser::OnOperand(const Token& token) {
         pFrames.push_back({FrameKind::Group});
         return Stage::NeedOperand;
     case TokenKind::Prefix:
-        pFrames.push_back({FrameKind::Prefix, nullptr, FindPrefixOperator(token.Text)});
+        pFrames.push_back({FrameKind::Prefix, nullptr, FindPrefixOperator(token.Text, pDialect)});
         return Stage::NeedOperand;
     case TokenKind::Function:
         return OpenFunction(token.Text);
@@ -69,6 +76,7 @@ ExpressionParser::Stage ExpressionParser::OnOperand(const Token& token) {
         return Stage::NeedOperator;
     case TokenKind::Operand:
     case TokenKind::Quoted:
+        NotePowerOperand(token);
         EmitOperand(token);
         CompleteOperand();
         return Stage::NeedOperator;
@@ -84,7 +92,14 @@ ExpressionParser::Stage ExpressionParser::OnOperator(const Token& token) {
     case TokenKind::Close:
         return CloseGroup();
     case TokenKind::Binary: {
-        const BinaryOperator* op = FindBinaryOperator(token.Text);
+        const BinaryOperator* op = FindBinaryOperator(token.Text, pDialect);
+        if (pDialect == Dialect::Standard && IsPower(*op)) {
+            if (pOperandQuoted)
+                EmitText(StepKind::Report, EvalError::PowerOfCharacter, token.Text);
+            else
+                pPowerPending = true;
+        }
+        pOperandQuoted = false;
         ReduceWhileAtLeast(op->Level);
         pFrames.push_back({FrameKind::Binary, op});
         return Stage::NeedOperand;
@@ -115,8 +130,18 @@ ExpressionParser::Stage ExpressionParser::CloseGroup() {
         call.Function = frame.Function;
         pProgram->Steps.push_back(call);
     }
+    pOperandQuoted = false;
     CompleteOperand();
     return Stage::NeedOperator;
+}
+
+// Sources written for assemblers where "^" is exclusive or put it beside
+// character constants ('L' ^ 20h); here it is the power, and says so.
+void ExpressionParser::NotePowerOperand(const Token& token) {
+    const bool quoted = token.Kind == TokenKind::Quoted;
+    if (pPowerPending && quoted) EmitText(StepKind::Report, EvalError::PowerOfCharacter, "^");
+    pPowerPending = false;
+    pOperandQuoted = quoted;
 }
 
 ExpressionParser::Stage ExpressionParser::Fail(EvalError code, std::string_view extra) {
@@ -136,7 +161,7 @@ void ExpressionParser::EmitOperand(const Token& token) {
         return;
     }
     pLiteralFaults.ClearAllErrors();
-    Value value = ConvertLiteral(token.Text, pLiteralFaults);
+    Value value = ConvertLiteral(token.Text, pLiteralFaults, pDialect);
     if (pLiteralFaults.ErrorCount() > 0) {
         EmitText(StepKind::Literal, EvalError::None, token.Text);
         ++pDepth;

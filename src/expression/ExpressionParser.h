@@ -15,8 +15,9 @@
 namespace trident::expr {
 
 // The value of a literal operand: a number, a character constant or a
-// string, told apart by its first character.
-Value ConvertLiteral(std::string_view text, ErrorList& errors);
+// string, told apart by its first character. In the compatible dialect a
+// double-quoted string of one or two characters is a character constant.
+Value ConvertLiteral(std::string_view text, ErrorList& errors, Dialect dialect = Dialect::Standard);
 
 // Translates one expression text into a Program in a single left-to-right
 // sweep with an operator stack, so that deep nesting costs no call depth and
@@ -30,6 +31,7 @@ class ExpressionParser {
     // The program replaces whatever `program` held. The parser can be used
     // again and again; its stacks keep their storage between uses.
     void Compile(std::string_view text, Program& program);
+    void SetDialect(Dialect dialect) { pDialect = dialect; }
 
   private:
     enum class Stage { NeedOperand, NeedOperator, Done, Failed };
@@ -53,6 +55,7 @@ class ExpressionParser {
     void CompleteOperand();
     void ReduceWhileAtLeast(int level);
     void Finish();
+    void NotePowerOperand(const Token& token);
 
     ExpressionLexer pLexer{{}};
     Program* pProgram = nullptr;
@@ -62,6 +65,11 @@ class ExpressionParser {
     // Faults of converting literals, which decide whether a literal can be
     // converted once for all runs.
     ErrorList pLiteralFaults;
+    Dialect pDialect = Dialect::Standard;
+    // For the warning on "^" beside a character constant: whether the last
+    // operand was one, and whether a "^" waits for its right operand.
+    bool pOperandQuoted = false;
+    bool pPowerPending = false;
 };
 
 } // namespace trident::expr

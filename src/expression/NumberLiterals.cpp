@@ -243,8 +243,12 @@ Value SingleQuoteStrToNumber(std::string_view text, ErrorList& errors) {
         ReportQuoteFault(decoded.Fault, EvalError::InvalidSingleQuotes, text, errors);
         return {};
     }
+    return CharacterCodes(decoded.Bytes);
+}
+
+Value CharacterCodes(std::string_view characters) {
     double value = 0.0;
-    for (const char c : decoded.Bytes) value = value * 256.0 + static_cast<unsigned char>(c);
+    for (const char c : characters) value = value * 256.0 + static_cast<unsigned char>(c);
     return MakeWhole(value);
 }
 

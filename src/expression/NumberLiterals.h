@@ -21,6 +21,10 @@ Value EvalNumber(std::string_view text, ErrorList& errors);
 // taken as one big-endian number ("'AB'" is 4142 hexadecimal).
 Value SingleQuoteStrToNumber(std::string_view text, ErrorList& errors);
 
+// The codes of the characters taken as one big-endian number, as a
+// character constant's.
+Value CharacterCodes(std::string_view characters);
+
 // A quoted string with its enclosing quotes, escapes decoded.
 std::string DoubleQuotedStringToString(std::string_view text, ErrorList& errors);
 

@@ -63,23 +63,37 @@ constexpr std::array kPrefixOperators{
 
 constexpr std::string_view kOperatorChars = "+-*/\\%<=>!#|&^";
 
+constexpr int kPowerCode = 6;
+constexpr int kXorCode = 16;
+// "^" at the level of xor, so that 'L'+z ^ '=' is ('L'+z) xor '='.
+constexpr BinaryOperator kCaretXor{"^", 1, kXorCode};
+constexpr PrefixOperator kTildeComplement{"~", PrefixOp::Complement};
+
+constexpr auto OperatorCharTable(std::string_view extra) {
+    std::array<bool, 256> table{};
+    for (const char op : kOperatorChars) table[static_cast<unsigned char>(op)] = true;
+    for (const char op : extra) table[static_cast<unsigned char>(op)] = true;
+    return table;
+}
+
 constexpr std::size_t kLongestSymbol = 2;
 
 } // namespace
 
-const BinaryOperator* FindBinaryOperator(std::string_view text) {
+const BinaryOperator* FindBinaryOperator(std::string_view text, Dialect dialect) {
+    if (dialect == Dialect::Compatible && text == kCaretXor.Text) return &kCaretXor;
     for (const auto& op : kBinaryOperators) {
         if (EqualsNoCase(op.Text, text)) return &op;
     }
     return nullptr;
 }
 
-std::optional<std::string_view> MatchSymbolOperator(std::string_view text) {
+std::optional<std::string_view> MatchSymbolOperator(std::string_view text, Dialect dialect) {
     for (std::size_t length = kLongestSymbol; length > 0; --length) {
         if (text.size() < length) continue;
         const std::string_view candidate = text.substr(0, length);
-        if (!IsOperatorChar(candidate.front())) return std::nullopt;
-        if (FindBinaryOperator(candidate) != nullptr) return candidate;
+        if (!IsOperatorChar(candidate.front(), dialect)) return std::nullopt;
+        if (FindBinaryOperator(candidate, dialect) != nullptr) return candidate;
     }
     return std::nullopt;
 }
@@ -95,22 +109,24 @@ int OperatorCode(std::string_view op) {
     return found == nullptr ? 0 : found->Code;
 }
 
-const PrefixOperator* FindPrefixOperator(std::string_view text) {
+const PrefixOperator* FindPrefixOperator(std::string_view text, Dialect dialect) {
+    if (dialect == Dialect::Compatible && text == kTildeComplement.Text) return &kTildeComplement;
     for (const auto& op : kPrefixOperators) {
         if (EqualsNoCase(op.Text, text)) return &op;
     }
     return nullptr;
 }
 
-bool IsOperatorChar(char c) {
+const OperatorChars& OperatorCharsOf(Dialect dialect) {
     // Every character of every name and number is asked about: one look at
     // a table instead of a search of the list.
-    static constexpr auto kIsOperator = [] {
-        std::array<bool, 256> table{};
-        for (const char op : kOperatorChars) table[static_cast<unsigned char>(op)] = true;
-        return table;
-    }();
-    return kIsOperator[static_cast<unsigned char>(c)];
+    static constexpr OperatorChars kStandard = OperatorCharTable("");
+    static constexpr OperatorChars kCompatible = OperatorCharTable("~");
+    return dialect == Dialect::Standard ? kStandard : kCompatible;
+}
+
+bool IsPower(const BinaryOperator& op) {
+    return op.Code == kPowerCode;
 }
 
 } // namespace trident::expr

@@ -15,6 +15,9 @@ namespace trident {
 struct RunOptions {
     bool ListAllPasses = false;
     bool CompatibleMode = false;
+    // dw stores a two-character string in text order ('AB' as 41 42), as
+    // Altair-era assemblers do, instead of as its value low byte first.
+    bool WordStringsInTextOrder = false;
     bool BigEndianCode = false;
     bool ListMacLibs = false;
     bool ListMacroDefinitions = false;

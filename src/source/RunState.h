@@ -34,6 +34,9 @@ struct PassState {
     // source in Zilog notation assembled without it.
     std::int32_t ZilogWordErrors = 0;
     std::int32_t UnknownZilogWords = 0;
+    // The mnemonics of the era's Z80 library are built in from its maclib
+    // line on (encoder/EraZ80Library.h).
+    bool EraZ80Library = false;
 };
 
 // The counters and flags of one assembly, shared by every stage of a
@@ -64,6 +67,9 @@ struct RunState : PassState {
     std::int32_t MaclibLinesRead = 0;
     std::int32_t IncludeDepth = 0;
     bool MaclibOpen = false;
+    // The era's Z80 library was asked for and its file not found (pass 1
+    // reads libraries); Compatible mode then supplies its mnemonics.
+    bool EraZ80LibraryMissing = false;
     // An instruction of the Z80 (Z180) opcode table rows was met in this
     // assembly.
     bool Z80Used = false;

@@ -2,6 +2,9 @@
 // logic and mathematical constants, integer limits, register names and the
 // 8080 mnemonics with their base opcodes.
 
+#include "symbols/PredefinedSymbols.h"
+
+#include "base/Text.h"
 #include "symbols/SymbolTable.h"
 
 #include <array>
@@ -94,6 +97,21 @@ constexpr std::array<Opcode, 78> Mnemonics{{
     {"sub", 144},  {"sui", 214}, {"xchg", 235}, {"xra", 169}, {"xri", 238}, {"xthl", 227},
 }};
 
+// The 8080 registers and pairs as the era's sources use them for values.
+constexpr std::array EightyRegisters{
+    Register{"b", 0}, Register{"c", 1}, Register{"d", 2}, Register{"e", 3},  Register{"h", 4},
+    Register{"l", 5}, Register{"m", 6}, Register{"a", 7}, Register{"sp", 6}, Register{"psw", 6},
+};
+
+template <typename Entry>
+std::optional<std::int16_t> CodeOf(std::span<const Entry> entries, std::string_view name,
+                                   std::int16_t Entry::*code) {
+    for (const Entry& entry : entries) {
+        if (EqualsNoCase(entry.Name, name)) return entry.*code;
+    }
+    return std::nullopt;
+}
+
 Value ToValue(const Constant& constant) {
     switch (constant.Kind) {
     case NumberKind::Integer:
@@ -133,6 +151,11 @@ void SymbolTable::LoadPreDefinedValues(std::int16_t group) {
     default:
         break;
     }
+}
+
+std::optional<std::int16_t> EraNameValue(std::string_view name) {
+    if (const auto code = CodeOf<Register>(EightyRegisters, name, &Register::Code)) return code;
+    return CodeOf<Opcode>(Mnemonics, name, &Opcode::Base);
 }
 
 } // namespace trident

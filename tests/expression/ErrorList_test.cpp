@@ -31,6 +31,7 @@ TEST(ErrorList, EntriesAreTakenOldestFirstWithTheirExtraStrings) {
 
 TEST(ErrorList, MessagesByCode) {
     const std::pair<int, const char*> cases[] = {
+        {-13, "'^' is the power operator; xor is exclusive or"},
         {-12, "Non Standard Quote"},
         {-6, "Conversion to Unsigned 32 bit integer"},
         {-3, "Conversion to Unsigned 8 bit integer"},
@@ -48,7 +49,7 @@ TEST(ErrorList, MessagesByCode) {
     for (const auto& [code, message] : cases) {
         EXPECT_EQ(ErrorList::ErrorString(code), message) << code;
     }
-    for (const int code : {-13, -11, -1, 1, 2, 29, 31}) {
+    for (const int code : {-14, -11, -1, 1, 2, 29, 31}) {
         EXPECT_EQ(ErrorList::ErrorString(code), "Unknown Error") << code;
     }
 }

@@ -464,6 +464,7 @@ class WindowTest : public QObject {
             Child<QCheckBox>(window.get(), "chkListMacExp")->click();
             Child<QCheckBox>(window.get(), "chkZilog")->click();
             Child<QLineEdit>(window.get(), "txtDefines")->setText(QStringLiteral("LIMIT=3, DEBUG"));
+            Child<QCheckBox>(window.get(), "chkDwTextOrder")->click();
             auto* loader = Child<QRadioButton>(window.get(), "optSDE");
             QTest::mouseClick(loader, Qt::LeftButton, {}, QPoint(loader->width() - 4, 5));
             window->OpenSource(source);
@@ -482,6 +483,7 @@ class WindowTest : public QObject {
             {"Main/WindowState", "0"},
             {"Paths/Source", pDir.path()},
             {"Options/Defines", "LIMIT=3, DEBUG"},
+            {"Options/DwTextOrder", "1"},
         };
         for (const auto& [key, value] : expected) QCOMPARE(Setting(key), value);
         QVERIFY(!Setting("Main/Top").isEmpty() && !Setting("Main/Left").isEmpty());
@@ -490,6 +492,7 @@ class WindowTest : public QObject {
             QVERIFY(Child<QCheckBox>(window.get(), "chkBigEndCode")->isChecked());
             QVERIFY(Child<QCheckBox>(window.get(), "chkListMacExp")->isChecked());
             QVERIFY(Child<QCheckBox>(window.get(), "chkZilog")->isChecked());
+            QVERIFY(Child<QCheckBox>(window.get(), "chkDwTextOrder")->isChecked());
             QVERIFY(!Child<QCheckBox>(window.get(), "chkStripParity")->isChecked());
             QCOMPARE(Child<QLineEdit>(window.get(), "txtDefines")->text(),
                      QStringLiteral("LIMIT=3, DEBUG"));
