@@ -161,15 +161,12 @@ MainWindow::MainWindow(QWidget* parent)
     auto* central = new QWidget(this);
     auto* layout = new QVBoxLayout(central);
     layout->addWidget(CreateCommandRow());
-    auto* body = new QHBoxLayout;
-    body->addWidget(CreateSidePanel());
     pSplitter = new QSplitter(Qt::Horizontal, this);
     pSplitter->setObjectName(QStringLiteral("splViews"));
     pSplitter->addWidget(CreateSourcePane());
     pSplitter->addWidget(CreateViews());
     pSplitter->setStretchFactor(1, 1);
-    body->addWidget(pSplitter, 1);
-    layout->addLayout(body, 1);
+    layout->addWidget(pSplitter, 1);
     setCentralWidget(central);
     CreateDockWindows();
     CreateMenus();
@@ -513,6 +510,16 @@ QWidget* MainWindow::CreateSourcePane() {
 }
 
 void MainWindow::CreateDockWindows() {
+    // The option boxes stand left of everything, the diagnostics under the
+    // source and the views only: the side panel is a fixed dock of its own.
+    auto* side = new QDockWidget(this);
+    side->setObjectName(QStringLiteral("dockOptions"));
+    side->setTitleBarWidget(new QWidget(side));
+    side->setFeatures(QDockWidget::NoDockWidgetFeatures);
+    side->setWidget(CreateSidePanel());
+    addDockWidget(Qt::LeftDockWidgetArea, side);
+    setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
+
     pDiagnosticsDock = new QDockWidget(tr("Diagnostics"), this);
     pDiagnosticsDock->setObjectName(QStringLiteral("dockDiagnostics"));
     pDiagnosticsDock->setAllowedAreas(Qt::BottomDockWidgetArea | Qt::TopDockWidgetArea);
