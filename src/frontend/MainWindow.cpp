@@ -166,6 +166,7 @@ MainWindow::MainWindow(QWidget* parent)
     pSplitter->addWidget(CreateSourcePane());
     pSplitter->addWidget(CreateViews());
     pSplitter->setStretchFactor(1, 1);
+    pSplitter->setSizes({400, 600});
     layout->addWidget(pSplitter, 1);
     setCentralWidget(central);
     CreateDockWindows();
@@ -1070,6 +1071,7 @@ void MainWindow::SelectListingLine(int line) {
 void MainWindow::GoToDiagnostic(int row) {
     if (row < 0 || row >= pDiagnostics->Count()) return;
     const Diagnostic& d = pDiagnostics->At(row);
+    pDiagnostics->setCurrentItem(pDiagnostics->topLevelItem(row));
     if (!d.Where.File.empty()) {
         ShowSourceFile(FromNative(d.Where.File));
         pSourceView->GoToLine(d.Where.Line);

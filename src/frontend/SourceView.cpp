@@ -47,8 +47,11 @@ bool SourceView::ShowFile(const QString& path) {
 void SourceView::GoToLine(int line) {
     const QTextBlock block = document()->findBlockByNumber(line - 1);
     if (!block.isValid()) return;
+    // Selected from its end back to its start, so that the view scrolls to
+    // the line's beginning rather than to its comment.
     QTextCursor cursor(block);
-    cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+    cursor.movePosition(QTextCursor::EndOfBlock);
+    cursor.movePosition(QTextCursor::StartOfBlock, QTextCursor::KeepAnchor);
     setTextCursor(cursor);
     centerCursor();
 }
