@@ -536,6 +536,24 @@ class WindowTest : public QObject {
         }
     }
 
+    void aChangeDuringARunStopsItAndAssemblesAgain() {
+        const QString source =
+            Source(QStringLiteral("busy.asm"), ReadAll(pStoppedSource)); // long in every pass
+        const auto window = NewWindow();
+        Child<QAction>(window.get(), "mnuAssembleOnSave")->trigger();
+        window->OpenSource(source);
+        QString pass;
+        WhenRunning(*window, [&window, &pass, source] {
+            pass = LabelText(*window, "lblPass");
+            guitest::WriteAll(source, "short: nop\n");
+        });
+        AssembleIn(*window, source);
+        QCOMPARE(pass, QStringLiteral("1"));
+        // The first run ended in its first pass; the second read the new text.
+        QTRY_VERIFY(ViewOf(*window, "rtbListing").contains(QStringLiteral("short\tnop")));
+        QVERIFY(!window->IsRunning());
+    }
+
     void settingsPersistBetweenSessions() {
         const QString source = Source(QStringLiteral("kept.asm"), Program);
         {
