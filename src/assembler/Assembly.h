@@ -94,6 +94,8 @@ class Assembly final : public EncoderContext, public MacroContext {
     // by name (the location counter "$" left out).
     std::vector<ListingReports::SymbolRow> SymbolReport();
     MacroTable& Macros() override { return *pMacros; }
+    // The macros defined so far; null before the first assembly.
+    const MacroTable* DefinedMacros() const { return pMacros.get(); }
     // The collection of macro and repeat bodies, and macro calls.
     MacroProcessor& MacroBlocks() { return pMacroBlocks; }
 

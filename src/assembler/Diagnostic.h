@@ -2,6 +2,7 @@
 
 #include "source/SourcePosition.h"
 
+#include <cstddef>
 #include <string>
 
 namespace trident {
@@ -14,6 +15,8 @@ struct Diagnostic {
     std::string Message;
     std::string Detail;
     SourcePosition Where;
+    // Where its "~" line begins in the listing text.
+    std::size_t ListingOffset = 0;
 };
 
 } // namespace trident

@@ -5,6 +5,8 @@
 #include "assembler/DataDirectives.h"
 #include "assembler/Directive.h"
 #include "assembler/SymbolDirectives.h"
+#include "assembler/WordKind.h"
+#include "base/Text.h"
 #include "base/TextHash.h"
 #include "encoder/EraZ80Library.h"
 #include "encoder/InstructionHandler.h"
@@ -85,6 +87,17 @@ const Directive* FindDirective(std::string_view word) {
 }
 
 } // namespace
+
+WordKind ClassifyWord(std::string_view word, const OpcodeTable& opcodes, const MacroTable* macros) {
+    const std::string keyword = LowerCase(word);
+    if (keyword.empty()) return WordKind::Other;
+    if (IsConditional(keyword) || FindSymbolDirective(keyword) || FindDirective(keyword))
+        return WordKind::Directive;
+    if (opcodes.RowOfKeyword(keyword) >= 0 || ZilogTranslator::IsZilogMnemonic(keyword))
+        return WordKind::Instruction;
+    if (macros && macros->Contains(keyword)) return WordKind::Macro;
+    return WordKind::Other;
+}
 
 bool Assembly::Execute(Statement& s) {
     // Lines replayed from an expansion are listed only on request; their

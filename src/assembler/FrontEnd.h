@@ -4,6 +4,8 @@
 
 namespace trident {
 
+struct Diagnostic;
+
 // What the assembly needs from whoever drives it: the window or the batch
 // tool. Every member has a do-nothing default, so a front end overrides only
 // what it shows.
@@ -19,6 +21,9 @@ class FrontEnd {
     virtual void ShowPass(int /*pass*/) {}
     // The diagnostic counts of the pass under way changed.
     virtual void ShowDiagnosticCounts(int /*errors*/, int /*warnings*/) {}
+    // A diagnostic was listed (in a listed pass: the final one, or every
+    // one when all passes are listed); its place, message and detail.
+    virtual void ShowDiagnostic(const Diagnostic& /*diagnostic*/) {}
     // A processor directive ticked or cleared the Z80 / Z180 check boxes.
     virtual void ShowProcessorChecks(bool /*z80*/, bool /*z180*/) {}
     // A message the user must see at once (a window shows a message box).

@@ -122,8 +122,11 @@ void Listing::Report(Severity kind, std::string_view message, std::string_view d
     pFrontEnd.ShowDiagnosticCounts(pState.ErrorCount, pState.WarningCount);
     std::string line = "~";
     line.append(message).append(" ~ ").append(detail).append("\r\n");
+    const std::size_t offset = pText.Text().size();
     pText.Append(line, error ? ListingColours::Error : ListingColours::Warning);
-    pDiagnostics.push_back(Diagnostic{kind, std::string(message), std::string(detail), where});
+    pDiagnostics.push_back(
+        Diagnostic{kind, std::string(message), std::string(detail), where, offset});
+    pFrontEnd.ShowDiagnostic(pDiagnostics.back());
 }
 
 void Listing::ResetCounts() {

@@ -35,6 +35,8 @@ class OpcodeTable {
     std::int16_t FindMnemonic(std::string_view word, RunState& state) const;
     // As FindMnemonic, for a word already in lower case (a statement's keyword).
     std::int16_t FindKeyword(std::string_view keyword, RunState& state) const;
+    // As FindKeyword, without marking any use.
+    std::int16_t RowOfKeyword(std::string_view keyword) const;
     // What finding row `index` does besides: a row of cpu "z80" or "z180"
     // marks that processor as used.
     void MarkUse(std::int16_t index, RunState& state) const {

@@ -1,9 +1,16 @@
 #include "frontend/MainWindow.h"
 
 #include "assembler/ListingColours.h"
+#include "assembler/WordKind.h"
+#include "encoder/OpcodeTableError.h"
 #include "encoder/OpcodeTablePlace.h"
+#include "frontend/ChangeWatcher.h"
+#include "frontend/DiagnosticsPanel.h"
 #include "frontend/DirectoryDialog.h"
+#include "frontend/EditorCommand.h"
 #include "frontend/FileFilters.h"
+#include "frontend/SourceHighlighter.h"
+#include "frontend/SourceView.h"
 #include "output/AtomicFile.h"
 #include "output/RtfText.h"
 
@@ -12,7 +19,9 @@
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QCloseEvent>
+#include <QDesktopServices>
 #include <QDir>
+#include <QDockWidget>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFileDialog>
@@ -22,6 +31,7 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
@@ -29,15 +39,19 @@
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPlainTextEdit>
+#include <QProcess>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QRegularExpression>
+#include <QScrollBar>
 #include <QSettings>
+#include <QSplitter>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QStyle>
 #include <QStyleOptionButton>
 #include <QTextBlock>
+#include <QTime>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <array>
@@ -141,17 +155,32 @@ MainWindow::MainWindow(QWidget* parent)
     pAssembly->Options().OpcodeTableFile =
         FindOpcodeTable(NativePath(QCoreApplication::applicationDirPath())).string();
 
+    try {
+        pWordTable.LoadOpcodeTable(pAssembly->Options().OpcodeTableFile);
+    } catch (const OpcodeTableError&) {
+        // Assemble reports it; until then no word is an instruction.
+    }
+
     CreateActions();
-    CreateMenus();
     auto* central = new QWidget(this);
     auto* layout = new QVBoxLayout(central);
     layout->addWidget(CreateCommandRow());
-    auto* body = new QHBoxLayout;
-    body->addWidget(CreateSidePanel());
-    body->addWidget(CreateViews(), 1);
-    layout->addLayout(body, 1);
+    pSplitter = new QSplitter(Qt::Horizontal, this);
+    pSplitter->setObjectName(QStringLiteral("splViews"));
+    pSplitter->addWidget(CreateSourcePane());
+    pSplitter->addWidget(CreateViews());
+    pSplitter->setStretchFactor(1, 1);
+    pSplitter->setSizes({400, 600});
+    layout->addWidget(pSplitter, 1);
     setCentralWidget(central);
-    statusBar();
+    CreateDockWindows();
+    CreateMenus();
+    pLastRun = new QLabel(this);
+    pLastRun->setObjectName(QStringLiteral("lblLastRun"));
+    statusBar()->addPermanentWidget(pLastRun);
+
+    pWatcher = new ChangeWatcher(this);
+    connect(pWatcher, &ChangeWatcher::Settled, this, &MainWindow::AssembleAfterChange);
 
     pTimer = new QTimer(this);
     pTimer->setObjectName(QStringLiteral("Timer1"));
@@ -159,7 +188,7 @@ MainWindow::MainWindow(QWidget* parent)
     connect(pTimer, &QTimer::timeout, this, &MainWindow::RefreshProgress);
 
     setAcceptDrops(true);
-    resize(1100, 740);
+    resize(1240, 860);
     SetViewFont(DefaultViewFont());
     ReadSettings();
     SaveFormatFollowsView();
@@ -206,6 +235,17 @@ void MainWindow::CreateActions() {
                            &MainWindow::ChooseMaclibDirectory);
     pIncludeAction = action("mnuStIncludeDirectory", tr("Include Directory ..."),
                             &MainWindow::ChooseIncludeDirectory);
+    pOpenInEditorAction =
+        action("mnuOpenInEditor", tr("Open in Editor"), &MainWindow::OpenInEditor);
+    pOpenInEditorAction->setShortcut(QKeySequence(tr("Ctrl+E")));
+    pOpenInEditorAction->setToolTip(
+        tr("Open the file at the line of the selected diagnostic in your editor"));
+    pEditorAction = action("mnuEditor", tr("Editor ..."), &MainWindow::ChooseEditor);
+    pAssembleOnSaveAction = new QAction(tr("Assemble on Save"), this);
+    pAssembleOnSaveAction->setObjectName(QStringLiteral("mnuAssembleOnSave"));
+    pAssembleOnSaveAction->setCheckable(true);
+    pAssembleOnSaveAction->setToolTip(
+        tr("Assemble again when the source or a file it read changes on disk"));
     pIdleActions = {pOpenAction,       pSaveAction,        pAssembleAction,
                     pNextErrorAction,  pNextWarningAction, pFontAction,
                     pFixedFontsAction, pMaclibAction,      pIncludeAction};
@@ -218,11 +258,14 @@ void MainWindow::CreateMenus() {
     pRecentMenu->setObjectName(QStringLiteral("mnuRecent"));
     file->addAction(pSaveAction);
     file->addSeparator();
+    file->addAction(pOpenInEditorAction);
+    file->addSeparator();
     file->addAction(pExitAction);
 
     QMenu* run = menuBar()->addMenu(tr("&Assemble"));
     run->addAction(pAssembleAction);
     run->addAction(pStopAction);
+    run->addAction(pAssembleOnSaveAction);
     run->addSeparator();
     run->addAction(pNextErrorAction);
     run->addAction(pNextWarningAction);
@@ -233,6 +276,11 @@ void MainWindow::CreateMenus() {
     settings->addSeparator();
     settings->addAction(pMaclibAction);
     settings->addAction(pIncludeAction);
+    settings->addSeparator();
+    settings->addAction(pEditorAction);
+
+    QMenu* view = menuBar()->addMenu(tr("&View"));
+    view->addAction(pDiagnosticsDock->toggleViewAction());
 }
 
 QWidget* MainWindow::CreateCommandRow() {
@@ -450,6 +498,45 @@ QWidget* MainWindow::CreateViews() {
     return pViews;
 }
 
+QWidget* MainWindow::CreateSourcePane() {
+    auto* pane = new QWidget(this);
+    auto* layout = new QVBoxLayout(pane);
+    layout->setContentsMargins(0, 0, 0, 0);
+    pSourceLabel = new QLabel(tr("Source"), pane);
+    pSourceLabel->setObjectName(QStringLiteral("lblSourceFile"));
+    pSourceView = new SourceView(pane);
+    pSourceView->setObjectName(QStringLiteral("rtbSource"));
+    pHighlighter = new SourceHighlighter(pSourceView->document(), [this](std::string_view word) {
+        return ClassifyWord(word, pWordTable, pAssembly->DefinedMacros());
+    });
+    layout->addWidget(pSourceLabel);
+    layout->addWidget(pSourceView, 1);
+    return pane;
+}
+
+void MainWindow::CreateDockWindows() {
+    // The option boxes stand left of everything, the diagnostics under the
+    // source and the views only: the side panel is a fixed dock of its own.
+    auto* side = new QDockWidget(this);
+    side->setObjectName(QStringLiteral("dockOptions"));
+    side->setTitleBarWidget(new QWidget(side));
+    side->setFeatures(QDockWidget::NoDockWidgetFeatures);
+    side->setWidget(CreateSidePanel());
+    addDockWidget(Qt::LeftDockWidgetArea, side);
+    setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
+
+    pDiagnosticsDock = new QDockWidget(tr("Diagnostics"), this);
+    pDiagnosticsDock->setObjectName(QStringLiteral("dockDiagnostics"));
+    pDiagnosticsDock->setAllowedAreas(Qt::BottomDockWidgetArea | Qt::TopDockWidgetArea);
+    pDiagnostics = new DiagnosticsPanel(pDiagnosticsDock);
+    pDiagnostics->addAction(pOpenInEditorAction);
+    pDiagnostics->setContextMenuPolicy(Qt::ActionsContextMenu);
+    connect(pDiagnostics, &DiagnosticsPanel::DiagnosticActivated, this,
+            &MainWindow::GoToDiagnostic);
+    pDiagnosticsDock->setWidget(pDiagnostics);
+    addDockWidget(Qt::BottomDockWidgetArea, pDiagnosticsDock);
+}
+
 // --- Settings --------------------------------------------------------------
 
 void MainWindow::ReadSettings() {
@@ -469,6 +556,10 @@ void MainWindow::ReadSettings() {
     pAssembly->Options().MaclibDirectory =
         NativePath(settings->value(QStringLiteral("MaclibDir")).toString());
     pDefines->setText(settings->value(QStringLiteral("Defines")).toString());
+    pAssembleOnSaveAction->setChecked(
+        settings->value(QStringLiteral("AssembleOnSave"), QStringLiteral("0")).toString() ==
+        QLatin1String("1"));
+    pEditorCommand = settings->value(QStringLiteral("Editor")).toString();
     settings->endGroup();
 
     settings->beginGroup(QStringLiteral("Main"));
@@ -490,6 +581,8 @@ void MainWindow::ReadSettings() {
     pFixedFontsAction->setChecked(
         settings->value(QStringLiteral("FixedFontsOnly"), QStringLiteral("1")).toString() ==
         QLatin1String("1"));
+    restoreState(settings->value(QStringLiteral("Docks")).toByteArray());
+    pSplitter->restoreState(settings->value(QStringLiteral("Splitter")).toByteArray());
     settings->endGroup();
 
     settings->beginGroup(QStringLiteral("Paths"));
@@ -512,6 +605,8 @@ void MainWindow::WriteSettings() const {
     settings->setValue(QStringLiteral("MaclibDir"),
                        FromNative(pAssembly->Options().MaclibDirectory));
     settings->setValue(QStringLiteral("Defines"), pDefines->text());
+    settings->setValue(QStringLiteral("AssembleOnSave"), Flag(pAssembleOnSaveAction->isChecked()));
+    settings->setValue(QStringLiteral("Editor"), pEditorCommand);
     settings->endGroup();
 
     settings->beginGroup(QStringLiteral("Main"));
@@ -528,6 +623,8 @@ void MainWindow::WriteSettings() const {
     }
     settings->setValue(QStringLiteral("Font"), pListing->font().toString());
     settings->setValue(QStringLiteral("FixedFontsOnly"), Flag(pFixedFontsAction->isChecked()));
+    settings->setValue(QStringLiteral("Docks"), saveState());
+    settings->setValue(QStringLiteral("Splitter"), pSplitter->saveState());
     settings->endGroup();
 
     settings->beginGroup(QStringLiteral("Paths"));
@@ -589,6 +686,35 @@ void MainWindow::OpenSource(const QString& path) {
     pInFile->setText(path);
     pSourceDirectory = QFileInfo(path).absolutePath();
     RememberRecent(QFileInfo(path).absoluteFilePath());
+    ShowSourceFile(path);
+    pWatcher->Watch({QFileInfo(path).absoluteFilePath()});
+}
+
+void MainWindow::ShowSourceFile(const QString& path) {
+    if (!pSourceView->File().isEmpty() && QFileInfo(pSourceView->File()) == QFileInfo(path)) return;
+    const bool shown = pSourceView->ShowFile(path);
+    const QString name = QDir::toNativeSeparators(path);
+    pSourceLabel->setText(shown ? name : tr("%1 cannot be read").arg(name));
+}
+
+void MainWindow::ReloadSourceFile() {
+    const QString file = pSourceView->File();
+    const int line = pSourceView->CurrentLine();
+    const int scroll = pSourceView->verticalScrollBar()->value();
+    pSourceView->ShowFile(file);
+    if (const QTextBlock block = pSourceView->document()->findBlockByNumber(line - 1);
+        block.isValid())
+        pSourceView->setTextCursor(QTextCursor(block));
+    pSourceView->verticalScrollBar()->setValue(scroll);
+}
+
+void MainWindow::WatchFilesRead() {
+    QStringList files;
+    const QString source = pInFile->text().trimmed();
+    if (!source.isEmpty()) files.append(QFileInfo(source).absoluteFilePath());
+    for (const std::string& file : pAssembly->FilesRead())
+        files.append(QFileInfo(FromNative(file)).absoluteFilePath());
+    pWatcher->Watch(files);
 }
 
 void MainWindow::ChooseSource() {
@@ -625,6 +751,7 @@ void MainWindow::UpdateTitle() {
 
 void MainWindow::SetViewFont(const QFont& font) {
     for (QPlainTextEdit* view : {pListing, pHex, pSrec, pLoader, pBinary}) view->setFont(font);
+    pSourceView->setFont(font);
 }
 
 void MainWindow::ChooseFont() {
@@ -652,6 +779,42 @@ void MainWindow::ChooseIncludeDirectory() {
     if (directory.isEmpty()) return;
     pAssembly->Options().IncludeDirectory = NativePath(directory);
     statusBar()->showMessage(tr("Include files are read from %1").arg(directory));
+}
+
+void MainWindow::ChooseEditor() {
+    bool chosen = false;
+    const QString command = QInputDialog::getText(
+        this, tr("Editor"),
+        tr("Command that opens {file} at {line}, e.g. \"gvim +{line} {file}\".\n"
+           "Leave it empty to use the desktop's default application."),
+        QLineEdit::Normal, pEditorCommand, &chosen);
+    if (chosen) pEditorCommand = command.trimmed();
+}
+
+void MainWindow::OpenInEditor() {
+    QString file = pSourceView->File();
+    int line = pSourceView->CurrentLine();
+    const Diagnostic* selected = pDiagnostics->Selected();
+    if (selected && !selected->Where.File.empty() && (pDiagnostics->hasFocus() || file.isEmpty())) {
+        file = FromNative(selected->Where.File);
+        line = selected->Where.Line;
+    }
+    if (file.isEmpty()) file = pInFile->text().trimmed();
+    if (file.isEmpty() || !QFileInfo(file).isFile()) {
+        statusBar()->showMessage(tr("There is no source file to open"));
+        return;
+    }
+    file = QFileInfo(file).absoluteFilePath();
+    bool started = false;
+    if (pEditorCommand.isEmpty()) {
+        started = QDesktopServices::openUrl(QUrl::fromLocalFile(file));
+    } else if (QStringList words = EditorCommand::Build(pEditorCommand, file, line);
+               !words.isEmpty()) {
+        const QString program = words.takeFirst();
+        started = QProcess::startDetached(program, words);
+    }
+    statusBar()->showMessage(started ? tr("Opened %1 at line %2").arg(file).arg(line)
+                                     : tr("The editor could not be started for %1").arg(file));
 }
 
 // --- Views -------------------------------------------------------------------
@@ -711,7 +874,26 @@ void MainWindow::Assemble() {
     ShowResults(outcome);
     QApplication::restoreOverrideCursor();
     SetRunning(false);
-    if (pCloseAfterRun) close();
+    if (pCloseAfterRun) {
+        close();
+        return;
+    }
+    if (pAssembleAgain) {
+        pAssembleAgain = false;
+        QTimer::singleShot(0, this, &MainWindow::Assemble);
+    }
+}
+
+void MainWindow::AssembleAfterChange() {
+    if (!pAssembleOnSaveAction->isChecked()) return;
+    if (!pRunning) {
+        Assemble();
+        return;
+    }
+    // The run lives on this thread's stack: stop it, and start again once
+    // it has returned.
+    pAssembleAgain = true;
+    Stop();
 }
 
 void MainWindow::Stop() {
@@ -734,6 +916,7 @@ void MainWindow::ClearResults() {
     for (QLabel* label : {pLowest, pHighest, pSize, pPass, pLineCount, pMaclib}) label->clear();
     pErrors = 0;
     pWarnings = 0;
+    pDiagnostics->Clear();
     ShowCounts();
 }
 
@@ -746,6 +929,19 @@ void MainWindow::ShowResults(Assembly::Outcome outcome) {
     ViewText::Show(*pLoader, pAssembly->Outputs().Loader());
     pBinary->setPlainText(
         ViewText::HexDump(pAssembly->BinaryImage(), pAssembly->State().LowestAddress));
+    pDiagnostics->Flush();
+    if (outcome != Assembly::Outcome::NoSource) {
+        WatchFilesRead();
+        // The source may have changed since it was shown; a source shown
+        // that the run did not read gives way to the run's own.
+        const QStringList read = pWatcher->Files();
+        if (!pSourceView->File().isEmpty() &&
+            read.contains(QFileInfo(pSourceView->File()).absoluteFilePath()))
+            ReloadSourceFile();
+        else
+            ShowSourceFile(pInFile->text().trimmed());
+        ShowLastRun();
+    }
 
     switch (outcome) {
     case Assembly::Outcome::NoSource:
@@ -766,6 +962,13 @@ void MainWindow::ShowResults(Assembly::Outcome outcome) {
         if (pAssembly->FailureMessage() != pLastMessage) ShowMessage(pAssembly->FailureMessage());
         break;
     }
+}
+
+void MainWindow::ShowLastRun() {
+    pLastRun->setText(tr("Last run %1: %2 errors, %3 warnings")
+                          .arg(QTime::currentTime().toString(QStringLiteral("HH:mm:ss")))
+                          .arg(pErrors)
+                          .arg(pWarnings));
 }
 
 void MainWindow::RefreshProgress() {
@@ -797,12 +1000,19 @@ void MainWindow::ShowCounts() {
 void MainWindow::Yield() {
     if (pSinceEvents.elapsed() < EventInterval) return;
     ShowCounts();
+    pDiagnostics->Flush();
     QCoreApplication::processEvents();
     pSinceEvents.restart();
 }
 
 void MainWindow::ShowPass(int pass) {
     pPass->setText(QString::number(pass));
+    // When every pass is listed, the panel keeps the last one's.
+    pDiagnostics->Clear();
+}
+
+void MainWindow::ShowDiagnostic(const Diagnostic& diagnostic) {
+    pDiagnostics->Add(diagnostic);
 }
 
 void MainWindow::ShowDiagnosticCounts(int errors, int warnings) {
@@ -849,12 +1059,32 @@ void MainWindow::FindDiagnostic(ViewText::Diagnostics kind) {
         return;
     }
     if (line < from) statusBar()->showMessage(tr("Search went on from the top"));
+    SelectListingLine(line);
+    pListing->setFocus();
+}
+
+void MainWindow::SelectListingLine(int line) {
     const QTextBlock block = pListing->document()->findBlockByNumber(line);
-    cursor.setPosition(block.position());
+    if (!block.isValid()) return;
+    QTextCursor cursor(block);
     cursor.setPosition(block.position() + block.length() - 1, QTextCursor::KeepAnchor);
     pListing->setTextCursor(cursor);
     pListing->centerCursor();
-    pListing->setFocus();
+}
+
+void MainWindow::GoToDiagnostic(int row) {
+    if (row < 0 || row >= pDiagnostics->Count()) return;
+    const Diagnostic& d = pDiagnostics->At(row);
+    pDiagnostics->setCurrentItem(pDiagnostics->topLevelItem(row));
+    if (!d.Where.File.empty()) {
+        ShowSourceFile(FromNative(d.Where.File));
+        pSourceView->GoToLine(d.Where.Line);
+    }
+    // During a run the listing is not shown yet.
+    if (pRunning) return;
+    pViewChoice->button(int(View::Listing))->setChecked(true);
+    ShowView(int(View::Listing));
+    SelectListingLine(ViewText::LineAt(pAssembly->GetListing().Text().Text(), d.ListingOffset));
 }
 
 // --- Saving ------------------------------------------------------------------------

@@ -2,6 +2,7 @@
 
 #include "assembler/Assembly.h"
 #include "assembler/FrontEnd.h"
+#include "encoder/OpcodeTable.h"
 #include "frontend/ViewText.h"
 #include "output/LoaderStyle.h"
 
@@ -15,6 +16,7 @@
 class QAction;
 class QButtonGroup;
 class QCheckBox;
+class QDockWidget;
 class QGroupBox;
 class QLabel;
 class QLineEdit;
@@ -23,14 +25,22 @@ class QPlainTextEdit;
 class QPushButton;
 class QRadioButton;
 class QSettings;
+class QSplitter;
 class QStackedWidget;
 class QTimer;
 
 namespace trident {
 
+class ChangeWatcher;
+class DiagnosticsPanel;
+class SourceHighlighter;
+class SourceView;
+
 // The main window: the source box, the option boxes, the views of the
 // listing and the object texts, and the commands that assemble, stop, step
-// through diagnostics and save. All assembling is done by Assembly, in the
+// through diagnostics and save; beside them the source with its line
+// numbers, and a panel of the run's diagnostics that leads to their lines.
+// All assembling is done by Assembly, in the
 // window's own thread: the run yields to the event loop between statements,
 // so the window stays live and Stop is heard.
 class MainWindow : public QMainWindow, private FrontEnd {
@@ -56,6 +66,11 @@ class MainWindow : public QMainWindow, private FrontEnd {
     void NextError();
     void NextWarning();
     void NextBoth();
+    // Shows the place of the panel's row `row` in the source and the listing.
+    void GoToDiagnostic(int row);
+    // Opens the selected diagnostic's file at its line (else the source) in
+    // the user's editor, or with the desktop's default application.
+    void OpenInEditor();
 
   protected:
     void closeEvent(QCloseEvent* event) override;
@@ -69,6 +84,7 @@ class MainWindow : public QMainWindow, private FrontEnd {
     void ShowPass(int pass) override;
     void ShowDiagnosticCounts(int errors, int warnings) override;
     void ShowProcessorChecks(bool z80, bool z180) override;
+    void ShowDiagnostic(const Diagnostic& diagnostic) override;
     void ShowMessage(std::string_view text) override;
 
     void CreateActions();
@@ -83,6 +99,8 @@ class MainWindow : public QMainWindow, private FrontEnd {
     QGroupBox* CreateDiagnostics();
     QWidget* CreateViews();
     QPlainTextEdit* CreateView(const char* name);
+    QWidget* CreateSourcePane();
+    void CreateDockWindows();
 
     void ReadSettings();
     void WriteSettings() const;
@@ -93,6 +111,14 @@ class MainWindow : public QMainWindow, private FrontEnd {
     void ChooseFont();
     void ChooseMaclibDirectory();
     void ChooseIncludeDirectory();
+    void ChooseEditor();
+    // Shows `path` in the source view unless it is shown already.
+    void ShowSourceFile(const QString& path);
+    // Reads the shown source again, keeping the place (it may have changed).
+    void ReloadSourceFile();
+    void WatchFilesRead();
+    void AssembleAfterChange();
+    void ShowLastRun();
     void ToggleLoaderStyle();
     void SetLoaderStyle(LoaderStyle style);
     void ShowView(int view);
@@ -107,6 +133,7 @@ class MainWindow : public QMainWindow, private FrontEnd {
     void ShowCounts();
     void ShowExtent();
     void FindDiagnostic(ViewText::Diagnostics kind);
+    void SelectListingLine(int line);
     View ShownView() const;
     QString ProposedSaveName() const;
     // Writes `contents` to `target` without ever losing an existing file;
@@ -123,6 +150,11 @@ class MainWindow : public QMainWindow, private FrontEnd {
     LoaderStyle pLoaderStyle = LoaderStyle::Ddt;
     QString pSourceDirectory;
     QStringList pRecent;
+    QString pEditorCommand;
+    // A change on disk stopped the run: assemble again once it has ended.
+    bool pAssembleAgain = false;
+    // The instruction set, read once for colouring the source before any run.
+    OpcodeTable pWordTable;
 
     QLineEdit* pInFile = nullptr;
     QPushButton* pOpenButton = nullptr;
@@ -144,6 +176,14 @@ class MainWindow : public QMainWindow, private FrontEnd {
     QPlainTextEdit* pSrec = nullptr;
     QPlainTextEdit* pLoader = nullptr;
     QPlainTextEdit* pBinary = nullptr;
+    QSplitter* pSplitter = nullptr;
+    SourceView* pSourceView = nullptr;
+    QLabel* pSourceLabel = nullptr;
+    SourceHighlighter* pHighlighter = nullptr;
+    DiagnosticsPanel* pDiagnostics = nullptr;
+    QDockWidget* pDiagnosticsDock = nullptr;
+    ChangeWatcher* pWatcher = nullptr;
+    QLabel* pLastRun = nullptr;
     QLabel* pErrorsLabel = nullptr;
     QLabel* pWarningsLabel = nullptr;
     QLabel* pLowest = nullptr;
@@ -169,6 +209,9 @@ class MainWindow : public QMainWindow, private FrontEnd {
     QAction* pFixedFontsAction = nullptr;
     QAction* pMaclibAction = nullptr;
     QAction* pIncludeAction = nullptr;
+    QAction* pEditorAction = nullptr;
+    QAction* pOpenInEditorAction = nullptr;
+    QAction* pAssembleOnSaveAction = nullptr;
     QMenu* pRecentMenu = nullptr;
 };
 

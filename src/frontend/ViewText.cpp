@@ -8,6 +8,7 @@
 #include <QTextCharFormat>
 #include <QTextCursor>
 #include <QTextDocument>
+#include <algorithm>
 
 namespace trident::ViewText {
 namespace {
@@ -60,6 +61,16 @@ void Show(QPlainTextEdit& view, const ColouredText& text) {
     }
     cursor.endEditBlock();
     view.moveCursor(QTextCursor::Start);
+}
+
+int LineAt(std::string_view text, std::size_t offset) {
+    int line = 0;
+    const std::size_t end = std::min(offset, text.size());
+    for (std::size_t at = 0; at < end; ++at) {
+        if (text[at] == '\r' && at + 1 < text.size() && text[at + 1] == '\n') ++at;
+        if (text[at] == '\r' || text[at] == '\n') ++line;
+    }
+    return line;
 }
 
 QString HexDump(const std::string& image, int lowest) {

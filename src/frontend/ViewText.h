@@ -4,7 +4,9 @@
 
 #include <QColor>
 #include <QString>
+#include <cstddef>
 #include <string>
+#include <string_view>
 
 class QPlainTextEdit;
 class QTextDocument;
@@ -20,6 +22,10 @@ void Show(QPlainTextEdit& view, const ColouredText& text);
 QString HexDump(const std::string& image, int lowest);
 
 QColor ToQColor(const Colour& colour);
+
+// The number of the view line that holds `offset` of `text` once Show has
+// put it in a view: CR LF, a CR alone and an LF alone each end a line.
+int LineAt(std::string_view text, std::size_t offset);
 
 // Which diagnostic lines a search stops at.
 enum class Diagnostics { Errors, Warnings, Both };

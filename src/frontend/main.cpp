@@ -32,7 +32,8 @@ int main(int argc, char** argv) {
                                  QStringLiteral("[FILE]"));
     const QCommandLineOption screenshot(
         QStringLiteral("screenshot"),
-        QStringLiteral("Assemble FILE, save a picture of the window to IMAGE and quit"),
+        QStringLiteral("Assemble FILE, show its first diagnostic, save a picture of the "
+                       "window to IMAGE and quit"),
         QStringLiteral("IMAGE"));
     parser.addOption(screenshot);
     parser.process(application);
@@ -47,6 +48,8 @@ int main(int argc, char** argv) {
         // Give the window a moment to be laid out and exposed first.
         QTimer::singleShot(500, &window, [&window, image] {
             window.Assemble();
+            // Led to the first diagnostic, as a click in the panel would.
+            window.GoToDiagnostic(0);
             QTimer::singleShot(300, &window, [&window, image] {
                 if (!window.grab().save(image)) {
                     std::fprintf(stderr, "cannot write %s\n", qPrintable(image));

@@ -17,6 +17,7 @@ class MacroTable {
     void SetMacroDefinition(std::string_view name, std::string body);
     // The body stored under `name`, or the empty string.
     const std::string& MacroDefinition(std::string_view name) const;
+    bool Contains(std::string_view name) const { return pBodies.contains(Key(name)); }
     // Names in storing order, as they were written when stored.
     const std::vector<std::string>& Names() const { return pOrder; }
 

@@ -1,3 +1,4 @@
+#include "assembler/WordKind.h"
 #include "encoder/EncoderRun.h"
 
 #include <gtest/gtest.h>
@@ -51,6 +52,31 @@ TEST(Dispatch, EachStatementGoesToTheFirstRuleThatTakesIt) {
         EXPECT_EQ(run.QuietBytes(c.Source), c.Bytes) << c.Source;
         EXPECT_EQ(Reports(run, Invalid), c.Invalid) << c.Source;
     }
+}
+
+// A source viewer colours operation words by the dispatch's own tables: the
+// shipped opcode table, every kind of directive, the Zilog words, and the
+// macros a run defined (a macro named like an instruction stays one).
+TEST(Dispatch, WordsAreClassifiedByTheTablesTheDispatchReads) {
+    EncoderRun run;
+    run.QuietBytes("twice macro\n nop\n endm\nnop macro\n endm\n twice\n");
+    const struct {
+        const char* Word;
+        WordKind Kind;
+    } cases[] = {
+        {"mvi", WordKind::Instruction},  {"LDIR", WordKind::Instruction},
+        {"djnz", WordKind::Instruction}, {"nop", WordKind::Instruction},
+        {"db", WordKind::Directive},     {"Include", WordKind::Directive},
+        {"ifdef", WordKind::Directive},  {"endm", WordKind::Directive},
+        {"equ", WordKind::Directive},    {".zilog", WordKind::Directive},
+        {"twice", WordKind::Macro},      {"TWICE", WordKind::Macro},
+        {"thrice", WordKind::Other},     {"", WordKind::Other},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(ClassifyWord(c.Word, run.Run().Opcodes(), run.Run().DefinedMacros()), c.Kind)
+            << c.Word;
+    // Without a run's macros a macro name is no known word.
+    EXPECT_EQ(ClassifyWord("twice", run.Run().Opcodes()), WordKind::Other);
 }
 
 } // namespace

@@ -119,5 +119,27 @@ TEST_F(ListingTest, DiagnosticsAreCountedOnlyWhenListedOrForced) {
     EXPECT_EQ(listing.Diagnostics()[1].Kind, Severity::Warning);
 }
 
+// A front end hears of each diagnostic as it is listed, and finds its "~"
+// line in the listing text by the offset it carries.
+TEST_F(ListingTest, EachListedDiagnosticReachesTheFrontEndWithItsPlaceInTheText) {
+    struct Shown : FrontEnd {
+        void ShowDiagnostic(const Diagnostic& d) override { Seen.push_back(d); }
+        std::vector<Diagnostic> Seen;
+    } shown;
+    Listing l{state, shown};
+    l.ListLine(statement, 0);
+    l.ListError("first", "a", false, {"main.asm", 2, {}});
+    l.ListLine(statement, 0);
+    l.ListWarning("second", "b", false, {"lib.inc", 7, "m"});
+    state.ListThisLine = false;
+    l.ListError("unlisted", "c", false, {});
+    ASSERT_EQ(shown.Seen.size(), 2u);
+    for (const Diagnostic& d : shown.Seen)
+        EXPECT_EQ(l.Text().Text().substr(d.ListingOffset, d.Message.size() + 1), "~" + d.Message);
+    EXPECT_EQ(shown.Seen[1].Where.File, "lib.inc");
+    EXPECT_EQ(shown.Seen[1].Where.Line, 7);
+    EXPECT_EQ(shown.Seen[1].Detail, "b");
+}
+
 } // namespace
 } // namespace trident

@@ -1,7 +1,9 @@
 // The main window driven as a user drives it: source box, Assemble, Stop,
 // the views, the Next buttons, saving and the settings store.
 #include "GuiTestSupport.h"
+#include "frontend/ChangeWatcher.h"
 #include "frontend/MainWindow.h"
+#include "frontend/SourceView.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -20,6 +22,7 @@
 #include <QStyleOptionButton>
 #include <QTemporaryDir>
 #include <QTextBlock>
+#include <QTreeWidget>
 #include <QtTest>
 #include <memory>
 
@@ -455,6 +458,102 @@ class WindowTest : public QObject {
         QCOMPARE(recent.first()->data().toString(), source);
     }
 
+    void aRunWithErrorsInTwoFilesFillsThePanelAndLeadsToTheirLines() {
+        Source(QStringLiteral("part.inc"), " db 1\n bar 2\n");
+        const QString source =
+            Source(QStringLiteral("main.asm"), " nop\n include part.inc\n nop\n foo\n");
+        const auto window = NewWindow();
+        AssembleIn(*window, source);
+        auto* panel = Child<QTreeWidget>(window.get(), "lstDiagnostics");
+        auto* view = Child<SourceView>(window.get(), "rtbSource");
+        auto* listing = Child<QPlainTextEdit>(window.get(), "rtbListing");
+        QCOMPARE(panel->topLevelItemCount(), 2);
+
+        const struct {
+            const char* File;
+            int Line;
+            const char* Detail;
+            const char* Text;
+        } rows[] = {{"part.inc", 2, "bar", " bar 2"}, {"main.asm", 4, "foo", " foo"}};
+        Child<QAbstractButton>(window.get(), "optHex")->click();
+        for (int row = 0; row < 2; ++row) {
+            const auto& r = rows[row];
+            QTreeWidgetItem* item = panel->topLevelItem(row);
+            const QStringList columns = {
+                QStringLiteral("Error"), QLatin1String(r.File), QString::number(r.Line),
+                QStringLiteral("Invalid Directive, Operation or Macro"), QLatin1String(r.Detail)};
+            for (int column = 0; column < columns.size(); ++column)
+                QCOMPARE(item->text(column), columns[column]);
+
+            panel->setFocus();
+            panel->setCurrentItem(item);
+            QTest::keyClick(panel, Qt::Key_Return);
+            QCOMPARE(QFileInfo(view->File()), QFileInfo(pDir.filePath(QLatin1String(r.File))));
+            QCOMPARE(view->CurrentLine(), r.Line);
+            QCOMPARE(view->textCursor().selectedText(), QLatin1String(r.Text));
+            // The listing is shown at the diagnostic's own "~" line.
+            QVERIFY(Child<QRadioButton>(window.get(), "optList")->isChecked());
+            QCOMPARE(listing->textCursor().block().text(),
+                     QStringLiteral("~Invalid Directive, Operation or Macro ~ ") +
+                         QLatin1String(r.Detail));
+        }
+        // Next Error goes on from the line the panel led to.
+        QTest::mouseClick(Child<QPushButton>(window.get(), "cmdNextError"), Qt::LeftButton);
+        QVERIFY(listing->textCursor().block().text().endsWith(QStringLiteral("~ bar")));
+        QVERIFY(LabelText(*window, "lblLastRun").contains(QStringLiteral("2 errors")));
+    }
+
+    void aChangeOnDiskStartsANewRunWhenAssembleOnSaveIsOn() {
+        const QString part = Source(QStringLiteral("watched.inc"), " bar 2\n");
+        const QString source =
+            Source(QStringLiteral("watcher.asm"), " include watched.inc\n foo\n");
+        const auto window = NewWindow();
+        auto* onSave = Child<QAction>(window.get(), "mnuAssembleOnSave");
+        auto* panel = Child<QTreeWidget>(window.get(), "lstDiagnostics");
+        AssembleIn(*window, source);
+        QCOMPARE(panel->topLevelItemCount(), 2);
+
+        const struct {
+            bool On;
+            QString File;
+            QByteArray Text;
+            int Errors;
+        } cases[] = {
+            {false, part, " db 2\n", 2},                 // off: nothing happens
+            {true, part, " db 2\n", 1},                  // an included file changed
+            {true, source, " include watched.inc\n", 0}, // the source itself
+            {true, part, " bar\n baz\n", 2},             // and the include again, once re-read
+        };
+        for (const auto& c : cases) {
+            if (onSave->isChecked() != c.On) onSave->trigger();
+            guitest::WriteAll(c.File, c.Text);
+            if (c.On)
+                QTRY_COMPARE(panel->topLevelItemCount(), c.Errors);
+            else
+                QTest::qWait(3 * ChangeWatcher::QuietTime);
+            QCOMPARE(panel->topLevelItemCount(), c.Errors);
+            QCOMPARE(LabelText(*window, "lblErrors"), QString::number(c.Errors));
+        }
+    }
+
+    void aChangeDuringARunStopsItAndAssemblesAgain() {
+        const QString source =
+            Source(QStringLiteral("busy.asm"), ReadAll(pStoppedSource)); // long in every pass
+        const auto window = NewWindow();
+        Child<QAction>(window.get(), "mnuAssembleOnSave")->trigger();
+        window->OpenSource(source);
+        QString pass;
+        WhenRunning(*window, [&window, &pass, source] {
+            pass = LabelText(*window, "lblPass");
+            guitest::WriteAll(source, "short: nop\n");
+        });
+        AssembleIn(*window, source);
+        QCOMPARE(pass, QStringLiteral("1"));
+        // The first run ended in its first pass; the second read the new text.
+        QTRY_VERIFY(ViewOf(*window, "rtbListing").contains(QStringLiteral("short\tnop")));
+        QVERIFY(!window->IsRunning());
+    }
+
     void settingsPersistBetweenSessions() {
         const QString source = Source(QStringLiteral("kept.asm"), Program);
         {
@@ -463,6 +562,7 @@ class WindowTest : public QObject {
             Child<QCheckBox>(window.get(), "chkBigEndCode")->click();
             Child<QCheckBox>(window.get(), "chkListMacExp")->click();
             Child<QCheckBox>(window.get(), "chkZilog")->click();
+            Child<QAction>(window.get(), "mnuAssembleOnSave")->trigger();
             Child<QLineEdit>(window.get(), "txtDefines")->setText(QStringLiteral("LIMIT=3, DEBUG"));
             Child<QCheckBox>(window.get(), "chkDwTextOrder")->click();
             auto* loader = Child<QRadioButton>(window.get(), "optSDE");
@@ -484,6 +584,7 @@ class WindowTest : public QObject {
             {"Paths/Source", pDir.path()},
             {"Options/Defines", "LIMIT=3, DEBUG"},
             {"Options/DwTextOrder", "1"},
+            {"Options/AssembleOnSave", "1"},
         };
         for (const auto& [key, value] : expected) QCOMPARE(Setting(key), value);
         QVERIFY(!Setting("Main/Top").isEmpty() && !Setting("Main/Left").isEmpty());
@@ -493,6 +594,7 @@ class WindowTest : public QObject {
             QVERIFY(Child<QCheckBox>(window.get(), "chkListMacExp")->isChecked());
             QVERIFY(Child<QCheckBox>(window.get(), "chkZilog")->isChecked());
             QVERIFY(Child<QCheckBox>(window.get(), "chkDwTextOrder")->isChecked());
+            QVERIFY(Child<QAction>(window.get(), "mnuAssembleOnSave")->isChecked());
             QVERIFY(!Child<QCheckBox>(window.get(), "chkStripParity")->isChecked());
             QCOMPARE(Child<QLineEdit>(window.get(), "txtDefines")->text(),
                      QStringLiteral("LIMIT=3, DEBUG"));

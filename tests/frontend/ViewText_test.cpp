@@ -37,6 +37,26 @@ class ViewTextTest : public QObject {
         QCOMPARE(ViewText::FindDiagnosticLine(*clean.document(), 0, Diagnostics::Both), -1);
     }
 
+    // A listing offset names the view line that Show puts it on, whatever
+    // ends the lines before it.
+    void anOffsetIsFoundOnTheLineTheViewShowsItOn() {
+        ColouredText text;
+        text.Append("0000\tnop\r\n#a\r\n", ListingColours::Plain);
+        text.Append("x\ry\n#b", ListingColours::Error);
+        text.Append("\r\n\r\n#c\n", ListingColours::Warning);
+        QPlainTextEdit view;
+        ViewText::Show(view, text);
+        const std::string_view all = text.Text();
+        int marks = 0;
+        for (std::size_t at = all.find('#'); at != std::string_view::npos;
+             at = all.find('#', at + 1), ++marks) {
+            const int line = ViewText::LineAt(all, at);
+            QCOMPARE(view.document()->findBlockByNumber(line).text().left(1), QStringLiteral("#"));
+        }
+        QCOMPARE(marks, 3);
+        QCOMPARE(ViewText::LineAt(all, all.size() + 10), view.document()->blockCount() - 1);
+    }
+
     void aHundredThousandLineListingShowsQuickly() {
         ColouredText text;
         for (int line = 0; line < 100000; ++line) {
