@@ -194,6 +194,7 @@ inline void Assembly::PrepareStatement(const SourceStack::Next& next) {
     pStatement.Keyword = next.Keyword;
     pStatement.Operands = fields.Operands;
     pStatement.Comment = fields.Comment;
+    pStatement.Marks = fields.Marks;
     if (fields.TooManyOperands) LineScanner::FailTooManyOperands();
     pStatement.OperandList = {pSources.Operands().data() + fields.FirstOperand,
                               fields.OperandCount};
@@ -228,13 +229,13 @@ void Assembly::TerminalStop(std::string_view detail) {
 }
 
 void Assembly::EmitByte(std::uint8_t byte) {
-    const std::int32_t address = pState.LocationCounter;
+    const std::int32_t address = pState.LocationCounter + pState.PhaseOffset;
     if (address < 0 || address >= RunState::ImageSize)
         throw RunFailure("address past FFFF: the program does not fit in 64 KiB");
     pState.ObjectImage[static_cast<std::size_t>(address)] = byte;
     pState.LowestAddress = std::min(pState.LowestAddress, address);
     pState.HighestAddress = std::max(pState.HighestAddress, address);
-    pState.LocationCounter = address + 1;
+    ++pState.LocationCounter;
 }
 
 std::string Assembly::EmitValue(const Value& value, int width) {
@@ -268,12 +269,16 @@ void Assembly::EmitBits(std::uint32_t whole, int width, std::string& text) {
     AppendHexByte(text, bigEndian ? low : high);
 }
 
-bool Assembly::OpenInclude(std::string_view name) {
+const std::string* Assembly::OpenInclude(std::string_view name) {
     return pSources.OpenInclude(name, CurrentPosition().File);
 }
 
-bool Assembly::OpenMaclib(std::string_view name) {
+const std::string* Assembly::OpenMaclib(std::string_view name) {
     return pSources.OpenMaclib(name, CurrentPosition().File);
+}
+
+std::optional<std::string> Assembly::FindMaclib(std::string_view name) const {
+    return pSources.FindMaclib(name, pStatement.Where.File);
 }
 
 std::string Assembly::DescribeFailure(const std::string& what) const {

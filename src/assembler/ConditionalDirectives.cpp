@@ -106,10 +106,17 @@ void Endif(Assembly& run, const Statement& statement) {
 void TestNumber(Assembly& run, Statement& statement) {
     // The expression is evaluated before the word is known to be a form.
     const std::string_view operand = OperandAt(statement, 0);
+    run.ClearUnresolvedName();
     const Value value = run.Evaluate(operand);
     if (IsEmpty(value)) {
-        // Which lines follow must be known in this pass.
-        run.TerminalStop(statement.Operation);
+        // Which lines follow must be known in this pass. A malformed
+        // expression (its error listed) or, in Compatible mode, a name not
+        // yet known in a resolving pass, makes the condition false; the
+        // final pass decides with the real value or lists the name.
+        if (run.UnresolvedName() && !run.Options().CompatibleMode)
+            run.TerminalStop(statement.Operation);
+        else
+            run.Conditionals().Open(true);
         return;
     }
     const NumericForm* form = FindForm(NumericForms, statement.Keyword);
@@ -136,6 +143,11 @@ void Test(Assembly& run, Statement& statement) {
 }
 
 } // namespace
+
+bool IsConditionalWord(std::string_view word) {
+    return word == "else" || word == "endif" || FindForm(NamedForms, word) ||
+           FindForm(NumericForms, word);
+}
 
 bool IsConditional(std::string_view word) {
     return word == "else" || word == "endif" || word.starts_with("if");

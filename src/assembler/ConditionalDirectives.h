@@ -11,6 +11,9 @@ struct Statement;
 // levels opened inside a skipped region pair with their own else and endif;
 // the levels themselves live in the run's ConditionalStack.
 bool IsConditional(std::string_view word);
+// Exactly one of the conditional words (IsConditional takes any word that
+// begins with "if").
+bool IsConditionalWord(std::string_view word);
 void ExecuteConditional(Assembly& run, Statement& statement);
 
 } // namespace trident

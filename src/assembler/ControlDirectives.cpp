@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -107,6 +108,18 @@ void UserWarning(Assembly& run, Statement& statement) {
     statement.SuppressListing = true;
 }
 
+// The last part of a path, separated by either kind of slash.
+std::string_view LastPart(std::string_view path) {
+    const std::size_t slash = path.find_last_of("/\\");
+    return slash == std::string_view::npos ? path : path.substr(slash + 1);
+}
+
+// A file found under another letter case than written is named.
+void WarnOfOtherCase(Assembly& run, std::string_view written, std::string_view taken) {
+    if (LastPart(written) != LastPart(taken))
+        run.ListWarning("file name found in another letter case: took", taken);
+}
+
 void Include(Assembly& run, Statement& statement) {
     const std::string name = FileName(statement);
     if (run.State().IncludeDepth >= Assembly::MaxIncludeFiles) {
@@ -114,7 +127,12 @@ void Include(Assembly& run, Statement& statement) {
                       name);
         return;
     }
-    if (!run.OpenInclude(name)) run.ListError("Include file error", name);
+    const std::string* taken = run.OpenInclude(name);
+    if (!taken) {
+        run.ListError("Include file error", name);
+        return;
+    }
+    WarnOfOtherCase(run, name, *taken);
 }
 
 bool HasLibraryExtension(std::string_view name) {
@@ -123,18 +141,23 @@ bool HasLibraryExtension(std::string_view name) {
 }
 
 // A library is read in pass 1 only; its macros stay in the macro table for
-// the later passes.
+// the later passes, which look for the file again only to report on it.
 void Maclib(Assembly& run, Statement& statement) {
     std::string name = FileName(statement);
     if (run.State().MaclibOpen) {
         run.ListError("Cannot nest", name);
         return;
     }
-    if (run.State().CurrentPass != 1) return;
     if (!HasLibraryExtension(name)) name += LibraryExtension;
-    if (run.OpenMaclib(name)) return;
-    run.ListError("Macro library error", name);
-    run.Front().ShowMessage("Can NOT open .LIB file\nFile = " + name);
+    if (run.State().CurrentPass == 1) {
+        if (run.OpenMaclib(name)) return;
+        run.Front().ShowMessage("Can NOT open .LIB file\nFile = " + name);
+        return;
+    }
+    if (const std::optional<std::string> taken = run.FindMaclib(name))
+        WarnOfOtherCase(run, name, *taken);
+    else
+        run.ListError("Macro library error", name);
 }
 
 // The pass ends before the next statement, wherever the end stands. Its
@@ -149,8 +172,70 @@ void End(Assembly& run, Statement& statement) {
     state.EndSeen = true;
 }
 
+// Compatible mode: what the era's assemblers needed and Trident has no use
+// for (one absolute program, its own listing options) is accepted silently.
+void Accept(Assembly&, Statement&) {}
+
+// `.comment *` ... `*`: the lines up to the next delimiter are comment.
+void CommentBlock(Assembly& run, Statement& statement) {
+    const std::string_view text = TrimBlanks(statement.Operands);
+    if (text.empty()) {
+        run.ListError("Missing Operands", statement.Operation);
+        return;
+    }
+    const char delimiter = text.front();
+    const bool closed = text.substr(1).find(delimiter) != std::string_view::npos ||
+                        statement.Comment.find(delimiter) != std::string_view::npos;
+    if (!closed) run.State().CommentDelimiter = delimiter;
+}
+
+// `.phase addr`: the code after it counts from addr while its bytes go on
+// where they stood; .dephase returns to the real place.
+void Phase(Assembly& run, Statement& statement) {
+    OperandReader(run, statement).CheckOperandCount(1);
+    if (statement.OperandList.empty()) return;
+    const std::string operand = FirstOperand(statement);
+    const Value address = run.EvaluateOperand(operand, 16);
+    if (IsEmpty(address)) {
+        run.TerminalStop(operand);
+        return;
+    }
+    RunState& state = run.State();
+    const auto logical = static_cast<std::int32_t>(AsNumber(address).value_or(0));
+    state.PhaseOffset += state.LocationCounter - logical;
+    state.LocationCounter = logical;
+}
+
+void Dephase(Assembly& run, Statement&) {
+    RunState& state = run.State();
+    state.LocationCounter += state.PhaseOffset;
+    state.PhaseOffset = 0;
+}
+
 constexpr LineCategory Control = LineCategory::Control;
 constexpr LineCategory Listed = LineCategory::Directive;
+
+// Looked up before the rows above in Compatible mode.
+constexpr std::array<Directive, 18> CompatibleDirectives{{
+    {".8080", Listed, Select8080},
+    {"aseg", Control, Accept},
+    {"name", Listed, Accept},
+    {"title", Listed, Accept},
+    {".title", Listed, Accept},
+    {"subttl", Listed, Accept},
+    {".sbttl", Listed, Accept},
+    {"page", Listed, Accept},
+    {"eject", Listed, Accept},
+    {".lall", Listed, Accept},
+    {".sall", Listed, Accept},
+    {".xall", Listed, Accept},
+    {".cref", Listed, Accept},
+    {".xcref", Listed, Accept},
+    {"mlist", Listed, Accept},
+    {".comment", Listed, CommentBlock},
+    {".phase", Control, Phase},
+    {".dephase", Control, Dephase},
+}};
 
 constexpr std::array<Directive, 37> Directives{{
     {"org", Control, Org},
@@ -196,6 +281,10 @@ constexpr std::array<Directive, 37> Directives{{
 
 std::span<const Directive> ControlDirectiveTable() {
     return Directives;
+}
+
+std::span<const Directive> CompatibleControlDirectiveTable() {
+    return CompatibleDirectives;
 }
 
 } // namespace trident

@@ -11,5 +11,8 @@ namespace trident {
 // files, macro libraries and end, and the accepted but unsupported title and
 // segment words.
 std::span<const Directive> ControlDirectiveTable();
+// Compatible mode's rows, looked up before those: the era's processor,
+// listing and segment words, .comment blocks, .phase and .dephase.
+std::span<const Directive> CompatibleControlDirectiveTable();
 
 } // namespace trident

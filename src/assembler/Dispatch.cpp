@@ -4,17 +4,40 @@
 #include "assembler/ControlDirectives.h"
 #include "assembler/DataDirectives.h"
 #include "assembler/Directive.h"
+#include "assembler/LineScanner.h"
 #include "assembler/SymbolDirectives.h"
+#include "base/Text.h"
 #include "base/TextHash.h"
 #include "encoder/InstructionHandler.h"
 #include "encoder/ZilogTranslator.h"
 
+#include <algorithm>
 #include <array>
 #include <functional>
+#include <initializer_list>
 #include <span>
 #include <unordered_map>
 
 namespace trident {
+// The macro, data, control and notation directives by word; where two
+// tables held a word, the earlier one's row would stand. Compatible mode's
+// table has its own rows first.
+class DirectiveTable {
+  public:
+    explicit DirectiveTable(std::initializer_list<std::span<const Directive>> tables) {
+        for (const std::span<const Directive> rows : tables)
+            for (const Directive& row : rows) pRows.emplace(row.Word, &row);
+    }
+
+    const Directive* Find(std::string_view word) const {
+        const auto found = pRows.find(word);
+        return found == pRows.end() ? nullptr : found->second;
+    }
+
+  private:
+    std::unordered_map<std::string_view, const Directive*, TextHash, std::equal_to<>> pRows;
+};
+
 namespace {
 
 constexpr LineCategory Expansion = LineCategory::MacExpand;
@@ -50,29 +73,33 @@ constexpr std::array<Directive, 2> NotationDirectives{{
      [](Assembly& run, Statement& s) { ZilogHandler::SwitchNotation(run, s, false); }},
 }};
 
-// The macro, data, control and notation directives by word; where two
-// tables held a word, the earlier one's row would stand.
-class DirectiveTable {
-  public:
-    DirectiveTable() {
-        for (const std::span<const Directive> rows :
-             {std::span<const Directive>(MacroDirectives), DataDirectiveTable(),
-              ControlDirectiveTable(), std::span<const Directive>(NotationDirectives)})
-            for (const Directive& row : rows) pRows.emplace(row.Word, &row);
-    }
+const DirectiveTable& StandardDirectives() {
+    static const DirectiveTable table{std::span<const Directive>(MacroDirectives),
+                                      DataDirectiveTable(), ControlDirectiveTable(),
+                                      std::span<const Directive>(NotationDirectives)};
+    return table;
+}
 
-    const Directive* Find(std::string_view word) const {
-        const auto found = pRows.find(word);
-        return found == pRows.end() ? nullptr : found->second;
-    }
+const DirectiveTable& CompatibleDirectives() {
+    static const DirectiveTable table{CompatibleDataDirectiveTable(),
+                                      CompatibleControlDirectiveTable(),
+                                      std::span<const Directive>(MacroDirectives),
+                                      DataDirectiveTable(),
+                                      ControlDirectiveTable(),
+                                      std::span<const Directive>(NotationDirectives)};
+    return table;
+}
 
-  private:
-    std::unordered_map<std::string_view, const Directive*, TextHash, std::equal_to<>> pRows;
-};
+// Digital Research's listing controls in column 1: `$-macro`, `$+print`.
+bool IsListingControl(std::string_view label) {
+    return label.size() > 2 && label[0] == '$' &&
+           (label[1] == '-' || label[1] == '+' || label[1] == '*');
+}
 
-const Directive* FindDirective(std::string_view word) {
-    static const DirectiveTable table;
-    return table.Find(word);
+bool TextHolds(const Statement& s, char c) {
+    for (const std::string_view field : {s.Label, s.Operation, s.Operands, s.Comment})
+        if (field.find(c) != std::string_view::npos) return true;
+    return false;
 }
 
 } // namespace
@@ -83,6 +110,17 @@ bool Assembly::Execute(Statement& s) {
     if (!s.Where.Macro.empty() && !pState.Options.ListMacroExpansions) s.SuppressListing = true;
     // While a macro, rept, irp or irpc block is open every line is its body.
     if (pMacroBlocks.Collecting()) return pMacroBlocks.CollectBody(*this, s);
+    // Compatible mode reads a statement by the rules of the era's assemblers;
+    // default mode warns where they would read it otherwise.
+    if (pState.Options.CompatibleMode) {
+        if (ReadCompatibly(s)) return true;
+        return ExecuteStatement(s, CompatibleDirectives());
+    }
+    if (s.Marks != 0) WarnDialectSlips(s);
+    return ExecuteStatement(s, StandardDirectives());
+}
+
+bool Assembly::ExecuteStatement(Statement& s, const DirectiveTable& directives) {
     const std::string_view word = s.Keyword;
     if (word.empty()) return false;
     // Conditionals keep their levels paired even while lines are skipped.
@@ -94,7 +132,7 @@ bool Assembly::Execute(Statement& s) {
     const Directive* directive = FindSymbolDirective(word);
     // `n set 1` names a value; `set 3,a`, with two operands, is the Z80 instruction.
     if (directive && IsRedefinition(word) && s.OperandCount() != 1) directive = nullptr;
-    if (!directive) directive = FindDirective(word);
+    if (!directive) directive = directives.Find(word);
     if (directive) {
         s.Category = directive->Category;
         directive->Execute(*this, s);
@@ -106,6 +144,86 @@ bool Assembly::Execute(Statement& s) {
     }
     if (InstructionHandler::EncodeInstruction(*this, s)) return true;
     return pMacroBlocks.Invoke(*this, s);
+}
+
+// Whether `word` (lower case) is an operation: a conditional, a directive or
+// an instruction of the notation under way.
+bool Assembly::IsOperationWord(std::string_view word, const DirectiveTable& directives) const {
+    if (IsConditionalWord(word) || FindSymbolDirective(word) || directives.Find(word)) return true;
+    if (pState.ZilogNotation) return ZilogTranslator::IsZilogMnemonic(word);
+    return pOpcodes.HasKeyword(word);
+}
+
+// The rules of Compatible mode that come before the dispatch; true when
+// they executed the statement.
+bool Assembly::ReadCompatibly(Statement& s) {
+    if (pState.CommentDelimiter != 0) {
+        if (TextHolds(s, pState.CommentDelimiter)) pState.CommentDelimiter = 0;
+        s.LabelTaken = true;
+        return true;
+    }
+    if ((s.Marks & BareLabel) != 0) {
+        if (IsListingControl(s.Label)) {
+            s.LabelTaken = true;
+            return true;
+        }
+        if (!LineScanner::IsDefiningWord(s.Keyword) && s.Keyword != "=") {
+            const std::string word = LowerCase(s.Label);
+            if (IsOperationWord(word, CompatibleDirectives()) || pMacroBlocks.Defines(word))
+                TakeLabelAsOperation(s, word);
+        }
+    }
+    if (pState.ZilogNotation && s.OperandCount() == 1 && (s.Keyword == "out" || s.Keyword == "in"))
+        ExpandShortPortForm(s);
+    // A macro named like an instruction or directive replaces it.
+    return !pState.Skipping && !IsConditional(s.Keyword) && pMacroBlocks.Replaces(s.Keyword) &&
+           pMacroBlocks.Invoke(*this, s);
+}
+
+// `ORG 100H` in column 1: the statement is cut again from its first word,
+// as if indented.
+void Assembly::TakeLabelAsOperation(Statement& s, std::string_view word) {
+    const char* const begin = s.Label.data();
+    const char* end = begin + s.Label.size();
+    for (const std::string_view field : {s.Operation, s.Operands, s.Comment})
+        if (!field.empty()) end = std::max(end, field.data() + field.size());
+    SourceStatement fields;
+    LineScanner::ScanIndentedStatement(
+        std::string_view(begin, static_cast<std::size_t>(end - begin)), fields, pColumnOneOperands);
+    pColumnOneWord = word;
+    s.Label = {};
+    s.Operation = fields.Operation;
+    s.Keyword = pColumnOneWord;
+    s.Operands = fields.Operands;
+    s.Comment = fields.Comment;
+    s.OperandList = pColumnOneOperands;
+    // What was kept of the statement belongs to its first reading.
+    s.Memo = nullptr;
+}
+
+// Zilog notation's `out n` and `in n`: `out (n),a` and `in a,(n)`.
+void Assembly::ExpandShortPortForm(Statement& s) {
+    const std::string_view port = TrimBlanks(s.OperandList.front());
+    pPortText = port.starts_with('(') ? std::string(port) : "(" + std::string(port) + ")";
+    const bool out = s.Keyword == "out";
+    pPortOperands = {out ? std::string_view(pPortText) : "a",
+                     out ? "a" : std::string_view(pPortText)};
+    s.OperandList = pPortOperands;
+}
+
+// Default mode: what the scanner saw that the era's dialects read
+// otherwise, said in the final pass.
+void Assembly::WarnDialectSlips(Statement& s) {
+    if (!pListing.ListsLines()) return;
+    if ((s.Marks & FromComment) != 0)
+        ListWarning("'!' in a ';' comment starts a statement: the rest of the comment was "
+                    "assembled",
+                    "");
+    if ((s.Marks & EqualsAfterSeparator) != 0)
+        ListWarning("'!' ends the statement; write <> for not-equal", "");
+    if ((s.Marks & BareLabel) != 0 && !LineScanner::IsDefiningWord(s.Keyword) &&
+        IsOperationWord(LowerCase(s.Label), StandardDirectives()))
+        ListWarning("label looks like a directive; indent it, or use --compatible", s.Label);
 }
 
 } // namespace trident

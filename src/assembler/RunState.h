@@ -17,6 +17,11 @@ struct PassState {
     // A false condition is skipping lines.
     bool Skipping = false;
     std::int32_t LocationCounter = 0;
+    // Between .phase and .dephase: where the bytes really go, less the
+    // location counter that labels and "$" count.
+    std::int32_t PhaseOffset = 0;
+    // Inside a .comment block: the character that ends it.
+    char CommentDelimiter = 0;
     // The program's start address, from the operand of end.
     std::uint16_t StartAddress = 0;
     std::int32_t LinesReadFromFile = 0;

@@ -3,6 +3,7 @@
 #include "assembler/LineCategory.h"
 #include "assembler/SourcePosition.h"
 
+#include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
@@ -33,6 +34,8 @@ struct Statement {
     // an earlier pass (or are working out now), to reuse; null for lines
     // that are not kept (macro expansions, include files, macro libraries).
     StatementMemo* Memo = nullptr;
+    // The scanner's StatementMarks.
+    std::uint8_t Marks = 0;
 
     LineCategory Category = LineCategory::None;
     // Hexadecimal text of the emitted bytes.

@@ -164,6 +164,12 @@ std::int16_t OpcodeTable::FindMnemonic(std::string_view word, RunState& state) c
 }
 
 std::int16_t OpcodeTable::FindKeyword(std::string_view keyword, RunState& state) const {
+    const std::int16_t index = RowOf(keyword);
+    if (index >= 0) MarkUse(index, state);
+    return index;
+}
+
+std::int16_t OpcodeTable::RowOf(std::string_view keyword) const {
     if (pSlots.empty()) return -1;
     const std::uint64_t key = NameKey(keyword);
     const std::size_t mask = pSlots.size() - 1;
@@ -174,7 +180,6 @@ std::int16_t OpcodeTable::FindKeyword(std::string_view keyword, RunState& state)
         if (keyword.size() > PackedNameLength &&
             pFoldedNames[static_cast<std::size_t>(index)] != keyword)
             continue;
-        MarkUse(index, state);
         return index;
     }
 }

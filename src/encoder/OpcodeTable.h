@@ -35,6 +35,8 @@ class OpcodeTable {
     std::int16_t FindMnemonic(std::string_view word, RunState& state) const;
     // As FindMnemonic, for a word already in lower case (a statement's keyword).
     std::int16_t FindKeyword(std::string_view keyword, RunState& state) const;
+    // Whether a lower-case word is a mnemonic, with no other effect.
+    bool HasKeyword(std::string_view keyword) const { return RowOf(keyword) >= 0; }
     // What finding row `index` does besides: a row of cpu "z80" or "z180"
     // marks that processor as used.
     void MarkUse(std::int16_t index, RunState& state) const {
@@ -49,6 +51,7 @@ class OpcodeTable {
     }
 
   private:
+    std::int16_t RowOf(std::string_view keyword) const;
     struct Slot {
         std::uint64_t Key = 0;
         std::int16_t Row = -1;

@@ -57,7 +57,9 @@ struct OptionBox {
 constexpr std::array OptionBoxes{
     OptionBox{"chkBigEndCode", "Bigend Code", "", "BigEndCode", &RunOptions::BigEndianCode},
     OptionBox{"chkStripParity", "Strip Parity", "", "StripParity", &RunOptions::StripParity},
-    OptionBox{"chkCompASM", "Compatible", "", "Compatible", &RunOptions::CompatibleMode},
+    OptionBox{"chkCompASM", "Compatible",
+              "Read CP/M-era sources as their own assemblers did (see docs/compatible.md)",
+              "Compatible", &RunOptions::CompatibleMode},
     OptionBox{"chkListMacDef", "List Mac Def", "", "ListMacDef", &RunOptions::ListMacroDefinitions},
     OptionBox{"chkListMacExp", "List Mac Exp", "", "ListMacExp", &RunOptions::ListMacroExpansions},
     OptionBox{"chkListMacLibs", "List MacLibs", "", "ListMacLibs", &RunOptions::ListMacLibs},

@@ -29,8 +29,8 @@ std::string SubstituteParameters(std::string_view text, const ParameterMap& para
 // operation and every operand substituted, and composed again into
 // `result`. The comment is kept as written. `scratch` holds the line's
 // statements while it is composed.
-void SubstituteLine(std::string_view line, const ParameterMap& parameters, ScannedLine& scratch,
-                    std::string& result);
+void SubstituteLine(std::string_view line, const ParameterMap& parameters, Dialect dialect,
+                    ScannedLine& scratch, std::string& result);
 
 } // namespace MacroText
 } // namespace trident

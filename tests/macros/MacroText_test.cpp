@@ -44,7 +44,7 @@ TEST(MacroText, SubstituteLineSubstitutesFieldsButNotTheComment) {
     ScannedLine scratch;
     std::string line = "left from the line before";
     for (const auto& [text, expected] : cases) {
-        MacroText::SubstituteLine(text, Parameters(), scratch, line);
+        MacroText::SubstituteLine(text, Parameters(), Dialect::Standard, scratch, line);
         EXPECT_EQ(line, expected) << text;
     }
 }

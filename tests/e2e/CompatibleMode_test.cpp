@@ -1,0 +1,198 @@
+// Compatible mode through the batch tool: small programs in the dialects of
+// the CP/M-era assemblers, each checked byte for byte, and the warnings that
+// default mode gives where those dialects would read a line otherwise.
+#include "e2e/ToolDir.h"
+
+#include <gtest/gtest.h>
+#include <ostream>
+
+namespace trident {
+namespace {
+
+struct Assembled {
+    int Exit = -1;
+    std::string Bytes; // the binary image as hex pairs
+    std::string Err;
+};
+
+std::string HexPairs(const std::string& binary) {
+    static constexpr char Digits[] = "0123456789ABCDEF";
+    std::string text;
+    for (const char c : binary) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (!text.empty()) text += ' ';
+        text += Digits[byte >> 4];
+        text += Digits[byte & 15];
+    }
+    return text;
+}
+
+Assembled Assemble(testing::ToolDir& dir, const std::string& name, const std::string& source,
+                   const std::string& flags) {
+    dir.Write(name, source);
+    const auto result = dir.Run("{" + name + "} --quiet --bin {out.bin}" + flags);
+    return {result.Exit, HexPairs(dir.Read("out.bin")), result.Err};
+}
+
+struct Case {
+    const char* Name;
+    const char* File;
+    const char* Source;
+    const char* Bytes;
+    const char* Flags = " --compatible";
+};
+
+void PrintTo(const Case& c, std::ostream* out) {
+    *out << c.Name;
+}
+
+// Each program assembles cleanly to its bytes.
+const Case Programs[] = {
+    // A Microsoft-style .MAC file: operation words in column 1, .8080,
+    // accepted listing and segment words, a .comment block, .phase.
+    {"ColumnOneOperations", "prog.mac",
+     "\t.8080\n\taseg\n\tname prog\n\ttitle demo\n\tsubttl part\n\tpage\n\teject\n"
+     "\t.lall\n\t.sall\n\t.xall\n\t.cref\n\t.xcref\n\t.list\n\t.xlist\n\t.list\n"
+     ".comment *\nanything at all ! mov a,b\n*\n"
+     "ORG 100H\nDEBUG EQU 1\nIF DEBUG\n\tNOP\nENDIF\nSTART: JMP START\nEND\n",
+     "00 C3 01 01"},
+    {"PhaseCountsFromItsAddress", "copy.mac",
+     "\torg 100h\n\tlxi h,code\n\t.phase 8000h\ncode:\tjmp code\n\t.dephase\nafter:\tdw after\n",
+     "21 00 80 C3 00 80 06 01"},
+    {"DsWithFillEmitsData", "fill.mac", "buf:\tds 4,0ffh\n\tds 2\n\tdb 1\n",
+     "FF FF FF FF 00 00 01"},
+    {"DefmIsPlainText", "text.mac", "\tdefm \"AB\"\n\tdm 'CD'\n\tdc 'EF'\n", "41 42 43 44 45 C6"},
+    {"SameValueTwice", "same.mac", "x equ 5\nx equ 5\n\torg 100h\nhere equ 100h\nhere:\tdb x\n",
+     "05"},
+    // A Digital Research-style .ASM file: indented equ, "!" separators,
+    // comments holding "!", "!=", listing controls, a macro library found
+    // in another letter case (its warning is checked below).
+    {"DigitalResearchStatements", "prog.asm",
+     "$-MACRO\n\tmaclib z80\n\torg 100h\n  count equ 3\n\tmvi a,count\n\tcmp b!inx h\n"
+     "\tnop ; careful! mov a,b\n; (T!F)\n\tif $ != 105h\n\tdb 1\n\telse\n\tdb 2\n\tendif\n"
+     "\tskip2\n",
+     "3E 03 B8 23 00 02 00 00"},
+    // A library's relative jump as a macro that replaces the instruction
+    // from its definition on; "$" is the start of the statement, also in a
+    // db list, so the displacement is written both ways.
+    {"MacroReplacesInstruction", "jumps.asm",
+     "\torg 100h\n\tjr $\njr\tmacro t\n\tdb 18h,t-$-2\n\tendm\njrz\tmacro t\n\tdb 28h\n"
+     "\tdb t-$-1\n\tendm\n\tjr there\n\tjrz there\nthere:\tjr $\n",
+     "18 FE 18 02 28 00 18 FE"},
+    // A forward reference in a condition: false while unknown, then decided
+    // with the real value; the code after it moves with it.
+    {"ForwardReferenceInCondition", "fwd.asm",
+     "\torg 100h\n\tif last-$ ge 2\n\tdb 1\n\tendif\n\tdw last\nlast:\n", "01 03 01"},
+    // Zilog notation in a .Z80 file: the processor word, aseg, ds with fill,
+    // plain defm, and the short port forms.
+    {"ZilogShortForms", "prog.z80",
+     "\t.z80\n\taseg\n\torg 100h\n\tout 80h\n\tin 81h\n\tout (82h),a\n\tdefm \"AB\"\n"
+     "\tds 2,0\n\tld a,b\n",
+     "D3 80 DB 81 D3 82 41 42 00 00 78", " --zilog --compatible"},
+    // An ISIS-style source: labels with colons, upper case, .z180 word.
+    {"IsisStyle", "isis.src", "\tORG 0\nBEGIN:\tMVI A,0FFH\n\tOUT 10H\n\tJMP BEGIN\n\tEND BEGIN\n",
+     "3E FF D3 10 C3 00 00"},
+    // An Altair-era monitor fragment: column-1 names without colons.
+    {"AltairMonitor", "mon.asm",
+     "\tORG 0F800H\nMON\tLXI SP,STACK\n\tMVI A,3\n\tOUT 10H\nSTACK\tEQU 0FC00H\n\tEND\n",
+     "31 00 FC 3E 03 D3 10"},
+};
+
+class CompatiblePrograms : public ::testing::TestWithParam<Case> {};
+
+TEST_P(CompatiblePrograms, AssembleToTheirBytes) {
+    const Case& c = GetParam();
+    testing::ToolDir dir;
+    dir.Write("Z80.LIB", "skip2\tmacro\n\tdb 0,0\n\tendm\n");
+    const Assembled result = Assemble(dir, c.File, c.Source, c.Flags);
+    EXPECT_EQ(result.Exit, 0) << result.Err;
+    EXPECT_EQ(result.Bytes, c.Bytes) << result.Err;
+    EXPECT_EQ(result.Err.find("error"), std::string::npos) << result.Err;
+}
+
+INSTANTIATE_TEST_SUITE_P(Dialects, CompatiblePrograms, ::testing::ValuesIn(Programs),
+                         [](const auto& info) { return std::string(info.param.Name); });
+
+// With the box clear, the same lines keep their default reading.
+TEST(CompatibleMode, DefaultModeKeepsItsOwnReading) {
+    testing::ToolDir dir;
+    EXPECT_EQ(Assemble(dir, "a.asm", "\tdm 'AB'\n", "").Bytes, "41 C2");
+    EXPECT_EQ(Assemble(dir, "a.asm", "\tnop ; x! mov a,b\n", "").Bytes, "00 78");
+    EXPECT_EQ(Assemble(dir, "a.asm", "\tds 2,0ffh\n\tdb 1\n", "").Exit, 1);
+}
+
+// What stays an error in Compatible mode is reported on its line.
+TEST(CompatibleMode, ErrorsStayOnTheirLines) {
+    testing::ToolDir dir;
+    const std::pair<const char*, const char*> cases[] = {
+        {"y equ 5\ny equ 6\n", ":2: error: Symbol Already Defined ~ y"},
+        {"\tif nosuch\n\tdb 1\n\tendif\n\tdb 2\n", ":1: error:"},
+    };
+    for (const auto& [source, message] : cases) {
+        const Assembled result = Assemble(dir, "e.asm", source, " --compatible");
+        EXPECT_EQ(result.Exit, 1) << source;
+        EXPECT_NE(result.Err.find(message), std::string::npos) << source << result.Err;
+        EXPECT_EQ(result.Err.find("Terminal"), std::string::npos) << result.Err;
+    }
+}
+
+// Default mode: the warnings, each on the line it is about, and none for
+// lines that read the same in every dialect.
+TEST(CompatibleMode, DefaultModeWarnsWhereDialectsDiffer) {
+    testing::ToolDir dir;
+    const std::pair<const char*, const char*> cases[] = {
+        {"\tnop\nORG 100H\n",
+         ":2: warning: label looks like a directive; indent it, or use --compatible ~ ORG"},
+        {"\tnop ; careful! mov a,b\n", ":1: warning: '!' in a ';' comment starts a statement"},
+        {"\tif $ != 1\n\tendif\n", ":1: warning: '!' ends the statement; write <> for not-equal"},
+        {"page equ 10\nstart nop\n\tnop ; fine!\n\tnop ! nop\n", ""},
+    };
+    for (const auto& [source, warning] : cases) {
+        const Assembled result = Assemble(dir, "w.asm", source, "");
+        if (*warning)
+            EXPECT_NE(result.Err.find(warning), std::string::npos) << source << result.Err;
+        else
+            EXPECT_EQ(result.Err.find("warning"), std::string::npos) << result.Err;
+    }
+}
+
+// A malformed if expression is an error on its line and a false condition,
+// not the terminal stop, in either mode.
+TEST(CompatibleMode, MalformedConditionIsAnErrorNotAStop) {
+    for (const char* flags : {"", " --compatible"}) {
+        testing::ToolDir dir;
+        const Assembled result =
+            Assemble(dir, "c.asm", "\tif ($ <> 260h\n\tdb 1\n\tendif\n\tdb 2\n", flags);
+        EXPECT_EQ(result.Exit, 1);
+        EXPECT_NE(result.Err.find("c.asm:1: error:"), std::string::npos) << result.Err;
+        EXPECT_EQ(result.Err.find("Terminal"), std::string::npos) << result.Err;
+        EXPECT_EQ(result.Bytes, "02");
+    }
+}
+
+// Include files and macro libraries are found whatever their letter case,
+// with a warning naming the file taken; a library not found is an error on
+// its line.
+TEST(CompatibleMode, FilesInAnyLetterCase) {
+    testing::ToolDir dir;
+    dir.Write("DEFS.INC", "five equ 5\n");
+    dir.Write("MACS.LIB", "two\tmacro\n\tdb 2\n\tendm\n");
+    for (const char* flags : {"", " --compatible"}) {
+        const Assembled found =
+            Assemble(dir, "f.asm", "\tinclude defs.inc\n\tmaclib macs\n\tdb five\n\ttwo\n", flags);
+        EXPECT_EQ(found.Exit, 0) << found.Err;
+        EXPECT_EQ(found.Bytes, "05 02");
+        EXPECT_NE(found.Err.find("f.asm:1: warning: file name found in another letter case"),
+                  std::string::npos)
+            << found.Err;
+        EXPECT_NE(found.Err.find("MACS.LIB"), std::string::npos) << found.Err;
+        const Assembled missing = Assemble(dir, "m.asm", "\tnop\n\tmaclib nosuch\n", flags);
+        EXPECT_EQ(missing.Exit, 1);
+        EXPECT_NE(missing.Err.find("m.asm:2: error: Macro library error ~ nosuch.lib"),
+                  std::string::npos)
+            << missing.Err;
+    }
+}
+
+} // namespace
+} // namespace trident
