@@ -206,6 +206,15 @@ void Phase(Assembly& run, Statement& statement) {
     state.LocationCounter = logical;
 }
 
+// `.radix n`: numbers without a suffix are read in decimal only, so any
+// other radix is reported rather than giving wrong bytes.
+void Radix(Assembly& run, Statement& statement) {
+    OperandReader(run, statement).CheckOperandCount(1);
+    const std::string operand = FirstOperand(statement);
+    const Value radix = run.EvaluateOperand(operand, 16);
+    if (AsNumber(radix).value_or(10) != 10) run.ListError("Only .radix 10 is supported", operand);
+}
+
 void Dephase(Assembly& run, Statement&) {
     RunState& state = run.State();
     state.LocationCounter += state.PhaseOffset;
@@ -216,25 +225,14 @@ constexpr LineCategory Control = LineCategory::Control;
 constexpr LineCategory Listed = LineCategory::Directive;
 
 // Looked up before the rows above in Compatible mode.
-constexpr std::array<Directive, 18> CompatibleDirectives{{
-    {".8080", Listed, Select8080},
-    {"aseg", Control, Accept},
-    {"name", Listed, Accept},
-    {"title", Listed, Accept},
-    {".title", Listed, Accept},
-    {"subttl", Listed, Accept},
-    {".sbttl", Listed, Accept},
-    {"page", Listed, Accept},
-    {"eject", Listed, Accept},
-    {".lall", Listed, Accept},
-    {".sall", Listed, Accept},
-    {".xall", Listed, Accept},
-    {".cref", Listed, Accept},
-    {".xcref", Listed, Accept},
-    {"mlist", Listed, Accept},
-    {".comment", Listed, CommentBlock},
-    {".phase", Control, Phase},
-    {".dephase", Control, Dephase},
+constexpr std::array<Directive, 19> CompatibleDirectives{{
+    {".8080", Listed, Select8080},      {"aseg", Control, Accept},  {"name", Listed, Accept},
+    {"title", Listed, Accept},          {".title", Listed, Accept}, {"subttl", Listed, Accept},
+    {".sbttl", Listed, Accept},         {"page", Listed, Accept},   {"eject", Listed, Accept},
+    {".lall", Listed, Accept},          {".sall", Listed, Accept},  {".xall", Listed, Accept},
+    {".cref", Listed, Accept},          {".xcref", Listed, Accept}, {"mlist", Listed, Accept},
+    {".comment", Listed, CommentBlock}, {".phase", Control, Phase}, {".dephase", Control, Dephase},
+    {".radix", Listed, Radix},
 }};
 
 constexpr std::array<Directive, 37> Directives{{

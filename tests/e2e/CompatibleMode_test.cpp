@@ -127,6 +127,7 @@ TEST(CompatibleMode, ErrorsStayOnTheirLines) {
     const std::pair<const char*, const char*> cases[] = {
         {"y equ 5\ny equ 6\n", ":2: error: Symbol Already Defined ~ y"},
         {"\tif nosuch\n\tdb 1\n\tendif\n\tdb 2\n", ":1: error:"},
+        {"\t.radix 10\n\t.radix 16\n", ":2: error: Only .radix 10 is supported ~ 16"},
     };
     for (const auto& [source, message] : cases) {
         const Assembled result = Assemble(dir, "e.asm", source, " --compatible");
