@@ -122,6 +122,7 @@ void Assembly::StartPass(std::int16_t pass, const std::filesystem::path& source)
     pConditionals.Reset();
     // Every pass starts in radians, so that all passes evaluate alike.
     pEvaluator->SetDRG(AngleUnit::Radians);
+    pEvaluator->SetRadix(10);
     pState.ZilogNotation = pState.Options.ZilogMnemonics;
 
     // The main file is read from disk and its lines are cut into statements

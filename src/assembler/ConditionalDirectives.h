@@ -1,5 +1,7 @@
 #pragma once
 
+#include "assembler/SourceStatement.h"
+
 #include <string_view>
 
 namespace trident {
@@ -14,6 +16,8 @@ bool IsConditional(std::string_view word);
 // Exactly one of the conditional words (IsConditional takes any word that
 // begins with "if").
 bool IsConditionalWord(std::string_view word);
-void ExecuteConditional(Assembly& run, Statement& statement);
+// Compatible mode adds the Microsoft-style forms (ife, if2, ifb, ifnb,
+// ifidn, ifdif) and reads `if` as "not zero".
+void ExecuteConditional(Assembly& run, Statement& statement, Dialect dialect);
 
 } // namespace trident

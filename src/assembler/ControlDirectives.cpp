@@ -206,13 +206,18 @@ void Phase(Assembly& run, Statement& statement) {
     state.LocationCounter = logical;
 }
 
-// `.radix n`: numbers without a suffix are read in decimal only, so any
-// other radix is reported rather than giving wrong bytes.
+// `.radix n`: the radix of numbers written without a suffix, from here to
+// the end of the pass. Its own operand is always decimal.
 void Radix(Assembly& run, Statement& statement) {
     OperandReader(run, statement).CheckOperandCount(1);
     const std::string operand = FirstOperand(statement);
-    const Value radix = run.EvaluateOperand(operand, 16);
-    if (AsNumber(radix).value_or(10) != 10) run.ListError("Only .radix 10 is supported", operand);
+    ExpressionEvaluator& evaluator = run.Evaluator();
+    const int previous = evaluator.Radix();
+    evaluator.SetRadix(10);
+    const auto radix = static_cast<int>(AsNumber(run.EvaluateOperand(operand, 16)).value_or(0));
+    const bool known = radix == 2 || radix == 8 || radix == 10 || radix == 16;
+    if (!known) run.ListError("Radix must be 2, 8, 10 or 16", operand);
+    evaluator.SetRadix(known ? radix : previous);
 }
 
 void Dephase(Assembly& run, Statement&) {

@@ -24,7 +24,8 @@ namespace trident {
 // table has its own rows first.
 class DirectiveTable {
   public:
-    explicit DirectiveTable(std::initializer_list<std::span<const Directive>> tables) {
+    DirectiveTable(Dialect rules, std::initializer_list<std::span<const Directive>> tables)
+        : pRules(rules) {
         for (const std::span<const Directive> rows : tables)
             for (const Directive& row : rows) pRows.emplace(row.Word, &row);
     }
@@ -33,8 +34,11 @@ class DirectiveTable {
         const auto found = pRows.find(word);
         return found == pRows.end() ? nullptr : found->second;
     }
+    // Which dialect's rules the statements it serves are read by.
+    Dialect Rules() const { return pRules; }
 
   private:
+    Dialect pRules;
     std::unordered_map<std::string_view, const Directive*, TextHash, std::equal_to<>> pRows;
 };
 
@@ -74,19 +78,20 @@ constexpr std::array<Directive, 2> NotationDirectives{{
 }};
 
 const DirectiveTable& StandardDirectives() {
-    static const DirectiveTable table{std::span<const Directive>(MacroDirectives),
-                                      DataDirectiveTable(), ControlDirectiveTable(),
-                                      std::span<const Directive>(NotationDirectives)};
+    static const DirectiveTable table{Dialect::Standard,
+                                      {std::span<const Directive>(MacroDirectives),
+                                       DataDirectiveTable(), ControlDirectiveTable(),
+                                       std::span<const Directive>(NotationDirectives)}};
     return table;
 }
 
 const DirectiveTable& CompatibleDirectives() {
-    static const DirectiveTable table{CompatibleDataDirectiveTable(),
-                                      CompatibleControlDirectiveTable(),
-                                      std::span<const Directive>(MacroDirectives),
-                                      DataDirectiveTable(),
-                                      ControlDirectiveTable(),
-                                      std::span<const Directive>(NotationDirectives)};
+    static const DirectiveTable table{
+        Dialect::Compatible,
+        {CompatibleDataDirectiveTable(), CompatibleControlDirectiveTable(),
+         CompatibleSymbolDirectiveTable(), std::span<const Directive>(MacroDirectives),
+         DataDirectiveTable(), ControlDirectiveTable(),
+         std::span<const Directive>(NotationDirectives)}};
     return table;
 }
 
@@ -125,7 +130,7 @@ bool Assembly::ExecuteStatement(Statement& s, const DirectiveTable& directives) 
     if (word.empty()) return false;
     // Conditionals keep their levels paired even while lines are skipped.
     if (IsConditional(word)) {
-        ExecuteConditional(*this, s);
+        ExecuteConditional(*this, s, directives.Rules());
         return true;
     }
     if (pState.Skipping) return false;
@@ -167,7 +172,7 @@ bool Assembly::ReadCompatibly(Statement& s) {
             s.LabelTaken = true;
             return true;
         }
-        if (!LineScanner::IsDefiningWord(s.Keyword) && s.Keyword != "=") {
+        if (!LineScanner::IsDefiningWord(s.Keyword)) {
             const std::string word = LowerCase(s.Label);
             if (IsOperationWord(word, CompatibleDirectives()) || pMacroBlocks.Defines(word))
                 TakeLabelAsOperation(s, word);

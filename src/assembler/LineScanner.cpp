@@ -152,7 +152,7 @@ class LineWalker {
         if (colon) ++pPos;
         if (colon || !indented || (pCompatible && NextWordNamesLabel())) {
             statement.Label = token;
-            if (!colon && !pAfterSeparator) statement.Marks |= BareLabel;
+            if (!colon && !indented && !pAfterSeparator) statement.Marks |= BareLabel;
             SkipBlanks();
             if (At(CommentStarter)) return Comment(statement);
             statement.Operation = TakeUntil(EndsOperation);
@@ -337,8 +337,8 @@ void ScanIndentedStatement(std::string_view text, SourceStatement& statement,
 }
 
 bool IsDefiningWord(std::string_view word) {
-    static constexpr std::array<std::string_view, 4> Words{"equ", "set", "defl", "macro"};
-    return word.size() >= 3 && word.size() <= 5 &&
+    static constexpr std::array<std::string_view, 5> Words{"equ", "set", "defl", "macro", "="};
+    return !word.empty() && word.size() <= 5 &&
            std::any_of(Words.begin(), Words.end(), [&](std::string_view defining) {
                return std::equal(word.begin(), word.end(), defining.begin(), defining.end(),
                                  [](char a, char b) { return ToLowerAscii(a) == b; });

@@ -30,8 +30,8 @@ int ScanLine(std::string_view line, std::vector<SourceStatement>& statements,
 void ScanIndentedStatement(std::string_view text, SourceStatement& statement,
                            std::vector<std::string_view>& operands);
 
-// `equ`, `set`, `defl` or `macro` in any letter case: the words that name
-// the word before them.
+// `equ`, `set`, `defl`, `macro` (in any letter case) or `=`: the words that
+// name the word before them.
 bool IsDefiningWord(std::string_view word);
 
 // Ends the run: a statement holds more than MaxOperands operands. The

@@ -61,6 +61,9 @@ class ExpressionEvaluator {
     bool CaseSensitive() const { return pCaseSensitive; }
     void SetCaseSensitive(bool caseSensitive) { pCaseSensitive = caseSensitive; }
     void SetDRG(AngleUnit unit) { pAngleUnit = unit; }
+    // The radix of numbers written without a suffix (10 by default).
+    void SetRadix(int radix);
+    int Radix() const { return pRadix; }
 
     // Literal conversions, also used by the directives outside expressions;
     // their faults go to the same error list.
@@ -87,6 +90,7 @@ class ExpressionEvaluator {
     SymbolTable* pVariables = nullptr;
     bool pCaseSensitive = true;
     AngleUnit pAngleUnit = AngleUnit::Radians;
+    int pRadix = 10;
     ErrorList pErrors;
     expr::ExpressionParser pParser;
     // The programs of the texts met so far.

@@ -33,10 +33,10 @@ bool IsLiteral(const Token& token) {
 
 } // namespace
 
-Value ConvertLiteral(std::string_view text, ErrorList& errors) {
+Value ConvertLiteral(std::string_view text, ErrorList& errors, int radix) {
     if (text.front() == '"') return DoubleQuotedStringToString(text, errors);
     if (text.front() == '\'') return SingleQuoteStrToNumber(text, errors);
-    return EvalNumber(text, errors);
+    return EvalNumber(text, errors, radix);
 }
 
 void ExpressionParser::Compile(std::string_view text, Program& program) {
@@ -136,7 +136,7 @@ void ExpressionParser::EmitOperand(const Token& token) {
         return;
     }
     pLiteralFaults.ClearAllErrors();
-    Value value = ConvertLiteral(token.Text, pLiteralFaults);
+    Value value = ConvertLiteral(token.Text, pLiteralFaults, pRadix);
     if (pLiteralFaults.ErrorCount() > 0) {
         EmitText(StepKind::Literal, EvalError::None, token.Text);
         ++pDepth;

@@ -16,7 +16,8 @@ namespace trident::expr {
 
 // The value of a literal operand: a number, a character constant or a
 // string, told apart by its first character.
-Value ConvertLiteral(std::string_view text, ErrorList& errors);
+// Numbers without a suffix are read in `radix` (see EvalNumber).
+Value ConvertLiteral(std::string_view text, ErrorList& errors, int radix = 10);
 
 // Translates one expression text into a Program in a single left-to-right
 // sweep with an operator stack, so that deep nesting costs no call depth and
@@ -30,6 +31,8 @@ class ExpressionParser {
     // The program replaces whatever `program` held. The parser can be used
     // again and again; its stacks keep their storage between uses.
     void Compile(std::string_view text, Program& program);
+    // The radix of numbers without a suffix in the texts compiled from now on.
+    void SetRadix(int radix) { pRadix = radix; }
 
   private:
     enum class Stage { NeedOperand, NeedOperator, Done, Failed };
@@ -62,6 +65,7 @@ class ExpressionParser {
     // Faults of converting literals, which decide whether a literal can be
     // converted once for all runs.
     ErrorList pLiteralFaults;
+    int pRadix = 10;
 };
 
 } // namespace trident::expr

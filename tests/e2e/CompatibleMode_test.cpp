@@ -59,6 +59,9 @@ const Case Programs[] = {
     {"PhaseCountsFromItsAddress", "copy.mac",
      "\torg 100h\n\tlxi h,code\n\t.phase 8000h\ncode:\tjmp code\n\t.dephase\nafter:\tdw after\n",
      "21 00 80 C3 00 80 06 01"},
+    {"RadixOfPlainNumbers", "radix.mac",
+     "\t.radix 16\n\tdb 10,0ah,17q\n\tdw 10b\n\t.radix 2\n\tdb 101,11h\n\t.radix 10\n\tdb 10\n",
+     "10 0A 0F 0B 01 05 11 0A"},
     {"DsWithFillEmitsData", "fill.mac", "buf:\tds 4,0ffh\n\tds 2\n\tdb 1\n",
      "FF FF FF FF 00 00 01"},
     {"DefmIsPlainText", "text.mac", "\tdefm \"AB\"\n\tdm 'CD'\n\tdc 'EF'\n", "41 42 43 44 45 C6"},
@@ -81,6 +84,14 @@ const Case Programs[] = {
      "18 FE 18 02 28 00 18 FE"},
     // A forward reference in a condition: false while unknown, then decided
     // with the real value; the code after it moves with it.
+    // Microsoft-style conditionals: `if` is "not zero", ife, if2, and the
+    // macro argument tests; `=` sets a name.
+    {"MicrosoftConditionals", "cond.mac",
+     "two = 2\ntwo = two+1\n\tif 2\n\tdb two\n\tendif\n\tife 0\n\tdb 4\n\tendif\n"
+     "m\tmacro a,b\n\tifb <a>\n\tdb 0eeh\n\tendif\n\tifnb <a>\n\tdb a\n\tendif\n"
+     "\tifidn <a>,<b>\n\tdb 0aah\n\tendif\n\tifdif <a>,<b>\n\tdb 0ddh\n\tendif\n\tendm\n"
+     "\tm\n\tm 5,5\n\tm 6,7\n\tif2\n\tdb 22h\n\tendif\n",
+     "03 04 EE AA 05 AA 06 DD 22"},
     {"ForwardReferenceInCondition", "fwd.asm",
      "\torg 100h\n\tif last-$ ge 2\n\tdb 1\n\tendif\n\tdw last\nlast:\n", "01 03 01"},
     // Zilog notation in a .Z80 file: the processor word, aseg, ds with fill,
@@ -127,7 +138,7 @@ TEST(CompatibleMode, ErrorsStayOnTheirLines) {
     const std::pair<const char*, const char*> cases[] = {
         {"y equ 5\ny equ 6\n", ":2: error: Symbol Already Defined ~ y"},
         {"\tif nosuch\n\tdb 1\n\tendif\n\tdb 2\n", ":1: error:"},
-        {"\t.radix 10\n\t.radix 16\n", ":2: error: Only .radix 10 is supported ~ 16"},
+        {"\t.radix 16\n\t.radix 3\n", ":2: error: Radix must be 2, 8, 10 or 16 ~ 3"},
     };
     for (const auto& [source, message] : cases) {
         const Assembled result = Assemble(dir, "e.asm", source, " --compatible");
