@@ -183,6 +183,7 @@ class Assembly {
     bool ReadCompatibly(Statement& statement);
     void TakeLabelAsOperation(Statement& statement, std::string_view word);
     void ExpandShortPortForm(Statement& statement);
+    void HideExpansionLine(Statement& statement);
     void WarnDialectSlips(Statement& statement);
     // What a kept statement remembers of the operand that holds `text`, its
     // evaluated text, or nullptr.

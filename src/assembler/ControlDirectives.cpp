@@ -176,6 +176,10 @@ void End(Assembly& run, Statement& statement) {
 // for (one absolute program, its own listing options) is accepted silently.
 void Accept(Assembly&, Statement&) {}
 
+template <ExpansionLines Lines> void ListExpansions(Assembly& run, Statement&) {
+    run.State().ListedExpansionLines = Lines;
+}
+
 // `.comment *` ... `*`: the lines up to the next delimiter are comment.
 void CommentBlock(Assembly& run, Statement& statement) {
     const std::string_view text = TrimBlanks(statement.Operands);
@@ -230,15 +234,31 @@ constexpr LineCategory Control = LineCategory::Control;
 constexpr LineCategory Listed = LineCategory::Directive;
 
 // Looked up before the rows above in Compatible mode.
-constexpr std::array<Directive, 19> CompatibleDirectives{{
-    {".8080", Listed, Select8080},      {"aseg", Control, Accept},  {"name", Listed, Accept},
-    {"title", Listed, Accept},          {".title", Listed, Accept}, {"subttl", Listed, Accept},
-    {".sbttl", Listed, Accept},         {"page", Listed, Accept},   {"eject", Listed, Accept},
-    {".lall", Listed, Accept},          {".sall", Listed, Accept},  {".xall", Listed, Accept},
-    {".cref", Listed, Accept},          {".xcref", Listed, Accept}, {"mlist", Listed, Accept},
-    {".comment", Listed, CommentBlock}, {".phase", Control, Phase}, {".dephase", Control, Dephase},
+// clang-format off
+constexpr std::array<Directive, 21> CompatibleDirectives{{
+    {".8080", Listed, Select8080},
+    {"aseg", Control, Accept},
+    {"name", Listed, Accept},
+    {"title", Listed, Accept},
+    {".title", Listed, Accept},
+    {"subttl", Listed, Accept},
+    {".sbttl", Listed, Accept},
+    {"page", Listed, Accept},
+    {"eject", Listed, Accept},
+    {".printx", Listed, Accept},
+    {"stkln", Listed, Accept},
+    {".lall", Listed, ListExpansions<ExpansionLines::All>},
+    {".sall", Listed, ListExpansions<ExpansionLines::None>},
+    {".xall", Listed, ListExpansions<ExpansionLines::CodeOnly>},
+    {".cref", Listed, Accept},
+    {".xcref", Listed, Accept},
+    {"mlist", Listed, Accept},
+    {".comment", Listed, CommentBlock},
+    {".phase", Control, Phase},
+    {".dephase", Control, Dephase},
     {".radix", Listed, Radix},
 }};
+// clang-format on
 
 constexpr std::array<Directive, 37> Directives{{
     {"org", Control, Org},

@@ -95,10 +95,12 @@ const DirectiveTable& CompatibleDirectives() {
     return table;
 }
 
-// Digital Research's listing controls in column 1: `$-macro`, `$+print`.
+// Control lines in column 1: Digital Research's `$-macro`, `$+print`, and
+// Intel's `$MOD80`, `$TITLE('...')`.
 bool IsListingControl(std::string_view label) {
-    return label.size() > 2 && label[0] == '$' &&
-           (label[1] == '-' || label[1] == '+' || label[1] == '*');
+    if (label.size() < 2 || label[0] != '$') return false;
+    const char c = ToLowerAscii(label[1]);
+    return c == '-' || c == '+' || c == '*' || (c >= 'a' && c <= 'z');
 }
 
 bool TextHolds(const Statement& s, char c) {
@@ -119,7 +121,9 @@ bool Assembly::Execute(Statement& s) {
     // default mode warns where they would read it otherwise.
     if (pState.Options.CompatibleMode) {
         if (ReadCompatibly(s)) return true;
-        return ExecuteStatement(s, CompatibleDirectives());
+        const bool executed = ExecuteStatement(s, CompatibleDirectives());
+        if (!s.Where.Macro.empty()) HideExpansionLine(s);
+        return executed;
     }
     if (s.Marks != 0) WarnDialectSlips(s);
     return ExecuteStatement(s, StandardDirectives());
@@ -204,6 +208,14 @@ void Assembly::TakeLabelAsOperation(Statement& s, std::string_view word) {
     s.OperandList = pColumnOneOperands;
     // What was kept of the statement belongs to its first reading.
     s.Memo = nullptr;
+}
+
+// .sall lists no expansion lines, .xall only those that emitted code.
+void Assembly::HideExpansionLine(Statement& s) {
+    const ExpansionLines listed = pState.ListedExpansionLines;
+    if (listed == ExpansionLines::None ||
+        (listed == ExpansionLines::CodeOnly && s.BytesText.empty()))
+        s.SuppressListing = true;
 }
 
 // Zilog notation's `out n` and `in n`: `out (n),a` and `in a,(n)`.

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 #include <ostream>
+#include <sstream>
+#include <vector>
 
 namespace trident {
 namespace {
@@ -53,6 +55,7 @@ const Case Programs[] = {
     {"ColumnOneOperations", "prog.mac",
      "\t.8080\n\taseg\n\tname prog\n\ttitle demo\n\tsubttl part\n\tpage\n\teject\n"
      "\t.lall\n\t.sall\n\t.xall\n\t.cref\n\t.xcref\n\t.list\n\t.xlist\n\t.list\n"
+     "\t.printx /listing/\n"
      ".comment *\nanything at all ! mov a,b\n*\n"
      "ORG 100H\nDEBUG EQU 1\nIF DEBUG\n\tNOP\nENDIF\nSTART: JMP START\nEND\n",
      "00 C3 01 01"},
@@ -100,8 +103,10 @@ const Case Programs[] = {
      "\t.z80\n\taseg\n\torg 100h\n\tout 80h\n\tin 81h\n\tout (82h),a\n\tdefm \"AB\"\n"
      "\tds 2,0\n\tld a,b\n",
      "D3 80 DB 81 D3 82 41 42 00 00 78", " --zilog --compatible"},
-    // An ISIS-style source: labels with colons, upper case, .z180 word.
-    {"IsisStyle", "isis.src", "\tORG 0\nBEGIN:\tMVI A,0FFH\n\tOUT 10H\n\tJMP BEGIN\n\tEND BEGIN\n",
+    // An ISIS-style source: control lines, labels with colons, upper case.
+    {"IsisStyle", "isis.src",
+     "$MOD80\n$TITLE('demo')\n\tNAME DEMO\n\tSTKLN 16\n\tORG 0\nBEGIN:\tMVI A,0FFH\n"
+     "\tOUT 10H\n\tJMP BEGIN\n\tEND BEGIN\n",
      "3E FF D3 10 C3 00 00"},
     // An Altair-era monitor fragment: column-1 names without colons.
     {"AltairMonitor", "mon.asm",
@@ -180,6 +185,23 @@ TEST(CompatibleMode, MalformedConditionIsAnErrorNotAStop) {
         EXPECT_EQ(result.Err.find("Terminal"), std::string::npos) << result.Err;
         EXPECT_EQ(result.Bytes, "02");
     }
+}
+
+// .xall lists only the expansion lines that emit code, .sall none, .lall
+// all of them again, within what --list-macro-expansions lists.
+TEST(CompatibleMode, ExpansionListingWords) {
+    testing::ToolDir dir;
+    dir.Write("l.mac", "m\tmacro\n\tnop\nx\tset 1\n\tendm\n\tm\n\t.xall\n\tm\n\t.sall\n\tm\n"
+                       "\t.lall\n\tm\n");
+    const auto result =
+        dir.Run("{l.mac} --compatible --list-macro-expansions --listing {l.ls} --quiet");
+    EXPECT_EQ(result.Exit, 0) << result.Err;
+    std::vector<std::string> expanded;
+    std::istringstream lines(dir.Listed("l.ls"));
+    for (std::string line; std::getline(lines, line);)
+        if (line.find("+01") != std::string::npos) expanded.push_back(line.substr(line.find('\t')));
+    EXPECT_EQ(expanded.size(), 5u);
+    EXPECT_EQ(expanded[2].find("set"), std::string::npos) << expanded[2];
 }
 
 // Include files and macro libraries are found whatever their letter case,
