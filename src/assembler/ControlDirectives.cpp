@@ -121,18 +121,7 @@ void WarnOfOtherCase(Assembly& run, std::string_view written, std::string_view t
 }
 
 void Include(Assembly& run, Statement& statement) {
-    const std::string name = FileName(statement);
-    if (run.State().IncludeDepth >= Assembly::MaxIncludeFiles) {
-        run.ListError("Cannot nest more than " + std::to_string(ReportedIncludeLevels) + " levels",
-                      name);
-        return;
-    }
-    const std::string* taken = run.OpenInclude(name);
-    if (!taken) {
-        run.ListError("Include file error", name);
-        return;
-    }
-    WarnOfOtherCase(run, name, *taken);
+    IncludeFile(run, FileName(statement));
 }
 
 bool HasLibraryExtension(std::string_view name) {
@@ -301,6 +290,20 @@ constexpr std::array<Directive, 37> Directives{{
 }};
 
 } // namespace
+
+void IncludeFile(Assembly& run, std::string_view name) {
+    if (run.State().IncludeDepth >= Assembly::MaxIncludeFiles) {
+        run.ListError("Cannot nest more than " + std::to_string(ReportedIncludeLevels) + " levels",
+                      name);
+        return;
+    }
+    const std::string* taken = run.OpenInclude(name);
+    if (!taken) {
+        run.ListError("Include file error", name);
+        return;
+    }
+    WarnOfOtherCase(run, name, *taken);
+}
 
 std::span<const Directive> ControlDirectiveTable() {
     return Directives;

@@ -95,12 +95,15 @@ const DirectiveTable& CompatibleDirectives() {
     return table;
 }
 
-// Control lines in column 1: Digital Research's `$-macro`, `$+print`, and
-// Intel's `$MOD80`, `$TITLE('...')`.
-bool IsListingControl(std::string_view label) {
-    if (label.size() < 2 || label[0] != '$') return false;
-    const char c = ToLowerAscii(label[1]);
-    return c == '-' || c == '+' || c == '*' || (c >= 'a' && c <= 'z');
+// The file of Intel's `$INCLUDE(:F1:NAME.SRC)`, without the drive; empty
+// for any other control line.
+std::string_view IncludedByControl(std::string_view line) {
+    constexpr std::string_view Word = "$include(";
+    if (line.size() <= Word.size() || LowerCase(line.substr(0, Word.size())) != Word) return {};
+    std::string_view name = line.substr(Word.size());
+    name = name.substr(0, name.find(')'));
+    if (name.size() > 4 && name[0] == ':' && name[3] == ':') name.remove_prefix(4);
+    return TrimBlanks(name);
 }
 
 bool TextHolds(const Statement& s, char c) {
@@ -171,11 +174,14 @@ bool Assembly::ReadCompatibly(Statement& s) {
         s.LabelTaken = true;
         return true;
     }
+    // Control lines change nothing Trident lists, but for included files.
+    if ((s.Marks & ControlLine) != 0) {
+        if (const std::string_view name = IncludedByControl(s.Comment);
+            !name.empty() && !pState.Skipping)
+            IncludeFile(*this, name);
+        return true;
+    }
     if ((s.Marks & BareLabel) != 0) {
-        if (IsListingControl(s.Label)) {
-            s.LabelTaken = true;
-            return true;
-        }
         if (!LineScanner::IsDefiningWord(s.Keyword)) {
             const std::string word = LowerCase(s.Label);
             if (IsOperationWord(word, CompatibleDirectives()) || pMacroBlocks.Defines(word))

@@ -144,6 +144,12 @@ class LineWalker {
 
     void Fields(SourceStatement& statement) {
         if (At('*')) return Comment(statement);
+        if (pCompatible && !pAfterSeparator && AtControlLine()) {
+            statement.Marks |= ControlLine;
+            statement.Comment = View(pPos, pEnd);
+            pPos = pEnd;
+            return;
+        }
         // The era's assemblers start a statement after "!" with its operation.
         const bool indented = SkipBlanks() || (pCompatible && pAfterSeparator);
         if (At(CommentStarter)) return Comment(statement);
@@ -165,6 +171,13 @@ class LineWalker {
             SkipBlanks();
         }
         if (At(CommentStarter)) Comment(statement);
+    }
+
+    // `$` in column 1 before a letter or one of "+-*".
+    bool AtControlLine() const {
+        if (!At('$') || pEnd - pPos < 2) return false;
+        const char c = ToLowerAscii(pPos[1]);
+        return c == '-' || c == '+' || c == '*' || (c >= 'a' && c <= 'z');
     }
 
     // Whether the word after the current one defines it (`size equ 10`

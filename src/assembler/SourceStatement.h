@@ -20,6 +20,9 @@ enum StatementMark : std::uint8_t {
     FromComment = 2,
     // The statement begins with "=" right after a "!": a "!=" cut in two.
     EqualsAfterSeparator = 4,
+    // Compatible mode: a control line, `$` and a word in column 1
+    // (`$-MACRO`, `$TITLE('x')`, `$INCLUDE(file)`), all of it in Comment.
+    ControlLine = 8,
 };
 
 // The four fields of one statement of a source line, as the scanner cut them:

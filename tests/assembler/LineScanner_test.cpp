@@ -39,6 +39,9 @@ TEST(LineScanner, CompatibleRulesAndMarks) {
         {"ORG 100H", Dialect::Compatible, {{"ORG", "100H", "", "", BareLabel}}},
         {"ORG 100H", Dialect::Standard, {{"ORG", "100H", "", "", BareLabel}}},
         {"here: nop", Dialect::Standard, {{"here", "nop", "", "", 0}}},
+        {"$INCLUDE(:F1:A.SRC) ; x!y", Dialect::Compatible, {{"", "", "", "$INCLUDE(:F1:A.SRC) ; x!y", ControlLine}}},
+        {"$-MACRO", Dialect::Standard, {{"$-MACRO", "", "", "", BareLabel}}},
+        {" nop!$-MACRO", Dialect::Compatible, {{"", "nop", "", "", 0}, {"", "$-MACRO", "", "", 0}}},
     };
     // clang-format on
     for (const auto& [line, dialect, expected] : cases) {

@@ -105,8 +105,8 @@ const Case Programs[] = {
      "D3 80 DB 81 D3 82 41 42 00 00 78", " --zilog --compatible"},
     // An ISIS-style source: control lines, labels with colons, upper case.
     {"IsisStyle", "isis.src",
-     "$MOD80\n$TITLE('demo')\n\tNAME DEMO\n\tSTKLN 16\n\tORG 0\nBEGIN:\tMVI A,0FFH\n"
-     "\tOUT 10H\n\tJMP BEGIN\n\tEND BEGIN\n",
+     "$MOD80\n$TITLE('demo')\n$INCLUDE(:F1:DEFS.SRC)\n\tNAME DEMO\n\tSTKLN 16\n\tORG 0\n"
+     "BEGIN:\tMVI A,0FFH\n\tOUT PORT\n\tJMP BEGIN\n\tEND BEGIN\n",
      "3E FF D3 10 C3 00 00"},
     // An Altair-era monitor fragment: column-1 names without colons.
     {"AltairMonitor", "mon.asm",
@@ -120,6 +120,7 @@ TEST_P(CompatiblePrograms, AssembleToTheirBytes) {
     const Case& c = GetParam();
     testing::ToolDir dir;
     dir.Write("Z80.LIB", "skip2\tmacro\n\tdb 0,0\n\tendm\n");
+    dir.Write("DEFS.SRC", "PORT\tEQU 10H\n");
     const Assembled result = Assemble(dir, c.File, c.Source, c.Flags);
     EXPECT_EQ(result.Exit, 0) << result.Err;
     EXPECT_EQ(result.Bytes, c.Bytes) << result.Err;
