@@ -178,6 +178,7 @@ class Assembly {
     // Executes the statement by the first rule that takes it; false when
     // none does.
     bool Execute(Statement& statement);
+    bool ExecuteCompatibly(Statement& statement);
     bool ExecuteStatement(Statement& statement, const DirectiveTable& directives);
     bool IsOperationWord(std::string_view word, const DirectiveTable& directives) const;
     bool ReadCompatibly(Statement& statement);

@@ -19,6 +19,7 @@
 #include <unordered_map>
 
 namespace trident {
+
 // The macro, data, control and notation directives by word; where two
 // tables held a word, the earlier one's row would stand. Compatible mode's
 // table has its own rows first.
@@ -77,23 +78,19 @@ constexpr std::array<Directive, 2> NotationDirectives{{
      [](Assembly& run, Statement& s) { ZilogHandler::SwitchNotation(run, s, false); }},
 }};
 
-const DirectiveTable& StandardDirectives() {
-    static const DirectiveTable table{Dialect::Standard,
-                                      {std::span<const Directive>(MacroDirectives),
-                                       DataDirectiveTable(), ControlDirectiveTable(),
-                                       std::span<const Directive>(NotationDirectives)}};
-    return table;
-}
+// Built once, before any assembly; read directly, with no guard to test
+// for every statement.
+const DirectiveTable StandardRows{Dialect::Standard,
+                                  {std::span<const Directive>(MacroDirectives),
+                                   DataDirectiveTable(), ControlDirectiveTable(),
+                                   std::span<const Directive>(NotationDirectives)}};
 
-const DirectiveTable& CompatibleDirectives() {
-    static const DirectiveTable table{
-        Dialect::Compatible,
-        {CompatibleDataDirectiveTable(), CompatibleControlDirectiveTable(),
-         CompatibleSymbolDirectiveTable(), std::span<const Directive>(MacroDirectives),
-         DataDirectiveTable(), ControlDirectiveTable(),
-         std::span<const Directive>(NotationDirectives)}};
-    return table;
-}
+const DirectiveTable CompatibleRows{
+    Dialect::Compatible,
+    {CompatibleDataDirectiveTable(), CompatibleControlDirectiveTable(),
+     CompatibleSymbolDirectiveTable(), std::span<const Directive>(MacroDirectives),
+     DataDirectiveTable(), ControlDirectiveTable(),
+     std::span<const Directive>(NotationDirectives)}};
 
 // The file of Intel's `$INCLUDE(:F1:NAME.SRC)`, without the drive; empty
 // for any other control line.
@@ -122,17 +119,21 @@ bool Assembly::Execute(Statement& s) {
     if (pMacroBlocks.Collecting()) return pMacroBlocks.CollectBody(*this, s);
     // Compatible mode reads a statement by the rules of the era's assemblers;
     // default mode warns where they would read it otherwise.
-    if (pState.Options.CompatibleMode) {
-        if (ReadCompatibly(s)) return true;
-        const bool executed = ExecuteStatement(s, CompatibleDirectives());
-        if (!s.Where.Macro.empty()) HideExpansionLine(s);
-        return executed;
-    }
-    if (s.Marks != 0) WarnDialectSlips(s);
-    return ExecuteStatement(s, StandardDirectives());
+    if (pState.Options.CompatibleMode) return ExecuteCompatibly(s);
+    if (s.Marks != 0 && pListing.ListsLines()) WarnDialectSlips(s);
+    return ExecuteStatement(s, StandardRows);
 }
 
-bool Assembly::ExecuteStatement(Statement& s, const DirectiveTable& directives) {
+bool Assembly::ExecuteCompatibly(Statement& s) {
+    if (ReadCompatibly(s)) return true;
+    const bool executed = ExecuteStatement(s, CompatibleRows);
+    if (!s.Where.Macro.empty()) HideExpansionLine(s);
+    return executed;
+}
+
+// The rules every dialect shares, with its directive rows. Inline: the
+// default mode's statements pay no further call.
+inline bool Assembly::ExecuteStatement(Statement& s, const DirectiveTable& directives) {
     const std::string_view word = s.Keyword;
     if (word.empty()) return false;
     // Conditionals keep their levels paired even while lines are skipped.
@@ -184,7 +185,7 @@ bool Assembly::ReadCompatibly(Statement& s) {
     if ((s.Marks & BareLabel) != 0) {
         if (!LineScanner::IsDefiningWord(s.Keyword)) {
             const std::string word = LowerCase(s.Label);
-            if (IsOperationWord(word, CompatibleDirectives()) || pMacroBlocks.Defines(word))
+            if (IsOperationWord(word, CompatibleRows) || pMacroBlocks.Defines(word))
                 TakeLabelAsOperation(s, word);
         }
     }
@@ -227,7 +228,9 @@ void Assembly::HideExpansionLine(Statement& s) {
 // Zilog notation's `out n` and `in n`: `out (n),a` and `in a,(n)`.
 void Assembly::ExpandShortPortForm(Statement& s) {
     const std::string_view port = TrimBlanks(s.OperandList.front());
-    pPortText = port.starts_with('(') ? std::string(port) : "(" + std::string(port) + ")";
+    // Appended, not "(" + text: GCC 12 at -O3 reports a false -Wrestrict there.
+    pPortText =
+        port.starts_with('(') ? std::string(port) : std::string("(").append(port).append(")");
     const bool out = s.Keyword == "out";
     pPortOperands = {out ? std::string_view(pPortText) : "a",
                      out ? "a" : std::string_view(pPortText)};
@@ -235,9 +238,8 @@ void Assembly::ExpandShortPortForm(Statement& s) {
 }
 
 // Default mode: what the scanner saw that the era's dialects read
-// otherwise, said in the final pass.
+// otherwise, said on the listed pass.
 void Assembly::WarnDialectSlips(Statement& s) {
-    if (!pListing.ListsLines()) return;
     if ((s.Marks & FromComment) != 0)
         ListWarning("'!' in a ';' comment starts a statement: the rest of the comment was "
                     "assembled",
@@ -245,7 +247,7 @@ void Assembly::WarnDialectSlips(Statement& s) {
     if ((s.Marks & EqualsAfterSeparator) != 0)
         ListWarning("'!' ends the statement; write <> for not-equal", "");
     if ((s.Marks & BareLabel) != 0 && !LineScanner::IsDefiningWord(s.Keyword) &&
-        IsOperationWord(LowerCase(s.Label), StandardDirectives()))
+        IsOperationWord(LowerCase(s.Label), StandardRows))
         ListWarning("label looks like a directive; indent it, or use --compatible", s.Label);
 }
 

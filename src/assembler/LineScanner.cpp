@@ -108,11 +108,12 @@ bool Is(char c, int bits) {
 
 // One walk over a line: each statement's fields and the operands of its
 // field are found together, the operands appended to the line's list.
-class LineWalker {
+// The dialect is a parameter of the type: the standard walk tests none of
+// the Compatible rules.
+template <Dialect Rules> class LineWalker {
   public:
-    LineWalker(std::string_view line, std::vector<std::string_view>& operands, Dialect dialect)
-        : pPos(line.data()), pEnd(line.data() + line.size()), pOperands(operands),
-          pCompatible(dialect == Dialect::Compatible) {}
+    LineWalker(std::string_view line, std::vector<std::string_view>& operands)
+        : pPos(line.data()), pEnd(line.data() + line.size()), pOperands(operands) {}
 
     bool AtEnd() const { return pPos >= pEnd; }
     // Past the "!" that ended a statement (or past the end).
@@ -135,8 +136,7 @@ class LineWalker {
     // One statement that is all of `text`, read as indented.
     void IndentedStatement(SourceStatement& statement) {
         pAfterSeparator = true;
-        pCompatible = true;
-        Fields(statement);
+        Statement(statement);
     }
 
   private:
@@ -280,7 +280,7 @@ class LineWalker {
     const char* pPos;
     const char* const pEnd;
     std::vector<std::string_view>& pOperands;
-    bool pCompatible;
+    static constexpr bool pCompatible = Rules == Dialect::Compatible;
     bool pAfterSeparator = false;
     // The statement before ended in a ";" comment cut at a "!".
     bool pCommentCut = false;
@@ -325,11 +325,10 @@ int SplitList(std::string_view field, std::vector<Item>& items, bool protectBrac
     return static_cast<int>(count);
 }
 
-} // namespace
-
-int ScanLine(std::string_view line, std::vector<SourceStatement>& statements,
-             std::vector<std::string_view>& operands, Dialect dialect) {
-    LineWalker walker(line, operands, dialect);
+template <Dialect Rules>
+int ScanWith(std::string_view line, std::vector<SourceStatement>& statements,
+             std::vector<std::string_view>& operands) {
+    LineWalker<Rules> walker(line, operands);
     int count = 0;
     do {
         if (count == MaxStatements)
@@ -342,11 +341,20 @@ int ScanLine(std::string_view line, std::vector<SourceStatement>& statements,
     return count;
 }
 
+} // namespace
+
+int ScanLine(std::string_view line, std::vector<SourceStatement>& statements,
+             std::vector<std::string_view>& operands, Dialect dialect) {
+    return dialect == Dialect::Compatible
+               ? ScanWith<Dialect::Compatible>(line, statements, operands)
+               : ScanWith<Dialect::Standard>(line, statements, operands);
+}
+
 void ScanIndentedStatement(std::string_view text, SourceStatement& statement,
                            std::vector<std::string_view>& operands) {
     operands.clear();
     statement = SourceStatement{};
-    LineWalker(text, operands, Dialect::Compatible).IndentedStatement(statement);
+    LineWalker<Dialect::Compatible>(text, operands).IndentedStatement(statement);
 }
 
 bool IsDefiningWord(std::string_view word) {
