@@ -182,6 +182,7 @@ class Assembly {
     bool ExecuteStatement(Statement& statement, const DirectiveTable& directives);
     bool IsOperationWord(std::string_view word, const DirectiveTable& directives) const;
     bool ReadCompatibly(Statement& statement);
+    bool LabelIsOperation(const Statement& statement, const DirectiveTable& directives) const;
     void TakeLabelAsOperation(Statement& statement, std::string_view word);
     void ExpandShortPortForm(Statement& statement);
     void HideExpansionLine(Statement& statement);

@@ -182,18 +182,26 @@ bool Assembly::ReadCompatibly(Statement& s) {
             IncludeFile(*this, name);
         return true;
     }
-    if ((s.Marks & BareLabel) != 0) {
-        if (!LineScanner::IsDefiningWord(s.Keyword)) {
-            const std::string word = LowerCase(s.Label);
-            if (IsOperationWord(word, CompatibleRows) || pMacroBlocks.Defines(word))
-                TakeLabelAsOperation(s, word);
-        }
-    }
+    if ((s.Marks & BareLabel) != 0 && LabelIsOperation(s, CompatibleRows))
+        TakeLabelAsOperation(s, LowerCase(s.Label));
     if (pState.ZilogNotation && s.OperandCount() == 1 && (s.Keyword == "out" || s.Keyword == "in"))
         ExpandShortPortForm(s);
     // A macro named like an instruction or directive replaces it.
     return !pState.Skipping && !IsConditional(s.Keyword) && pMacroBlocks.Replaces(s.Keyword) &&
            pMacroBlocks.Invoke(*this, s);
+}
+
+// A word in column 1 without a colon is an operation (`ORG 100H`) when it
+// names one and the word after it neither defines it (`page equ 60`) nor,
+// but after a conditional (`IF Z80`), is an operation itself (`text db 'hi'`
+// is a label named like a directive).
+bool Assembly::LabelIsOperation(const Statement& s, const DirectiveTable& directives) const {
+    if (LineScanner::IsDefiningWord(s.Keyword)) return false;
+    const std::string word = LowerCase(s.Label);
+    if (IsConditionalWord(word)) return true;
+    if (!IsOperationWord(word, directives) && !pMacroBlocks.Defines(word)) return false;
+    return s.Keyword.empty() ||
+           !(IsOperationWord(s.Keyword, directives) || pMacroBlocks.Defines(s.Keyword));
 }
 
 // `ORG 100H` in column 1: the statement is cut again from its first word,
@@ -246,8 +254,7 @@ void Assembly::WarnDialectSlips(Statement& s) {
                     "");
     if ((s.Marks & EqualsAfterSeparator) != 0)
         ListWarning("'!' ends the statement; write <> for not-equal", "");
-    if ((s.Marks & BareLabel) != 0 && !LineScanner::IsDefiningWord(s.Keyword) &&
-        IsOperationWord(LowerCase(s.Label), StandardRows))
+    if ((s.Marks & BareLabel) != 0 && LabelIsOperation(s, StandardRows))
         ListWarning("label looks like a directive; indent it, or use --compatible", s.Label);
 }
 

@@ -57,8 +57,9 @@ const Case Programs[] = {
      "\t.lall\n\t.sall\n\t.xall\n\t.cref\n\t.xcref\n\t.list\n\t.xlist\n\t.list\n"
      "\t.printx /listing/\n"
      ".comment *\nanything at all ! mov a,b\n*\n"
-     "ORG 100H\nDEBUG EQU 1\nIF DEBUG\n\tNOP\nENDIF\nSTART: JMP START\nEND\n",
-     "00 C3 01 01"},
+     "ORG 100H\nDEBUG EQU 1\nZ80 EQU 0\nIF DEBUG\n\tNOP\nENDIF\nIF Z80\n\tHALT\nENDIF\n"
+     "START: JMP TEXT\nTEXT DB 'hi'\nEND\n",
+     "00 C3 04 01 68 69"},
     {"PhaseCountsFromItsAddress", "copy.mac",
      "\torg 100h\n\tlxi h,code\n\t.phase 8000h\ncode:\tjmp code\n\t.dephase\nafter:\tdw after\n",
      "21 00 80 C3 00 80 06 01"},
@@ -163,7 +164,7 @@ TEST(CompatibleMode, DefaultModeWarnsWhereDialectsDiffer) {
          ":2: warning: label looks like a directive; indent it, or use --compatible ~ ORG"},
         {"\tnop ; careful! mov a,b\n", ":1: warning: '!' in a ';' comment starts a statement"},
         {"\tif $ != 1\n\tendif\n", ":1: warning: '!' ends the statement; write <> for not-equal"},
-        {"page equ 10\nstart nop\n\tnop ; fine!\n\tnop ! nop\n", ""},
+        {"page equ 10\nstart nop\ntext db 1\n\tnop ; fine!\n\tnop ! nop\n", ""},
     };
     for (const auto& [source, warning] : cases) {
         const Assembled result = Assemble(dir, "w.asm", source, "");
