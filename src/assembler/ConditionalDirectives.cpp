@@ -143,7 +143,7 @@ void TestNumber(Assembly& run, Statement& statement, Dialect dialect) {
         // expression (its error listed) or, in Compatible mode, a name not
         // yet known in a resolving pass, makes the condition false; the
         // final pass decides with the real value or lists the name.
-        if (run.UnresolvedName() && !run.Options().CompatibleMode)
+        if (run.UnresolvedName() && dialect == Dialect::Standard)
             run.TerminalStop(statement.Operation);
         else
             run.Conditionals().Open(true);

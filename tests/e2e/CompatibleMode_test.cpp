@@ -101,7 +101,7 @@ const Case Programs[] = {
     // Zilog notation in a .Z80 file: the processor word, aseg, ds with fill,
     // plain defm, and the short port forms.
     {"ZilogShortForms", "prog.z80",
-     "\t.z80\n\taseg\n\torg 100h\n\tout 80h\n\tin 81h\n\tout (82h),a\n\tdefm \"AB\"\n"
+     "\t.z80\n\taseg\nORG 100H\n\tout 80h\n\tin 81h\n\tout (82h),a\n\tdefm \"AB\"\n"
      "\tds 2,0\n\tld a,b\n",
      "D3 80 DB 81 D3 82 41 42 00 00 78", " --zilog --compatible"},
     // An ISIS-style source: control lines, labels with colons, upper case.
