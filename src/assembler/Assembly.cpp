@@ -129,6 +129,7 @@ void Assembly::StartPass(std::int16_t pass, const std::filesystem::path& source)
     pEvaluator->SetDRG(AngleUnit::Radians);
     pEvaluator->SetDialect(pState.Options.CompatibleMode ? expr::Dialect::Compatible
                                                          : expr::Dialect::Standard);
+    pEvaluator->SetRadix(10);
     pState.ZilogNotation = pState.Options.ZilogMnemonics;
 
     // The main file is read from disk and its lines are cut into statements
@@ -202,6 +203,7 @@ inline void Assembly::PrepareStatement(const SourceStack::Next& next) {
     pStatement.Keyword = next.Keyword;
     pStatement.Operands = fields.Operands;
     pStatement.Comment = fields.Comment;
+    pStatement.Marks = fields.Marks;
     if (fields.TooManyOperands) LineScanner::FailTooManyOperands();
     pStatement.OperandList = {pSources.Operands().data() + fields.FirstOperand,
                               fields.OperandCount};
@@ -253,12 +255,16 @@ void Assembly::EmitBits(std::uint32_t whole, int width, std::string& text) {
     pEmitter.EmitBits(whole, width, pListing.ListsLines(), text);
 }
 
-bool Assembly::OpenInclude(std::string_view name) {
+const std::string* Assembly::OpenInclude(std::string_view name) {
     return pSources.OpenInclude(name, CurrentPosition().File);
 }
 
-bool Assembly::OpenMaclib(std::string_view name) {
+const std::string* Assembly::OpenMaclib(std::string_view name) {
     return pSources.OpenMaclib(name, CurrentPosition().File);
+}
+
+std::optional<std::string> Assembly::FindMaclib(std::string_view name) const {
+    return pSources.FindMaclib(name, pStatement.Where.File);
 }
 
 std::string Assembly::DescribeFailure(const std::string& what) const {

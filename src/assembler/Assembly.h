@@ -25,6 +25,7 @@
 #include "symbols/SymbolTable.h"
 #include "symbols/Value.h"
 
+#include <array>
 #include <cstdint>
 #include <filesystem>
 #include <memory>
@@ -36,6 +37,8 @@
 #include <vector>
 
 namespace trident {
+
+class DirectiveTable;
 
 // One assembly: the run state, the tables and texts it owns, and the pass
 // driver that turns a source file into them. Many assemblies may live in
@@ -116,9 +119,17 @@ class Assembly final : public EncoderContext, public MacroContext {
     // Opens an include file (OpenInclude) or the macro library (OpenMaclib)
     // whose lines are read next. The name is tried as written, then beside
     // the file holding the directive, then in the chosen directory; "\" in
-    // it separates directories too. False when no such file can be read.
-    bool OpenInclude(std::string_view name);
-    bool OpenMaclib(std::string_view name);
+    // it separates directories too, and a name not found as written is
+    // looked for in any letter case. The name of the file opened, or
+    // nullptr when no such file can be read.
+    const std::string* OpenInclude(std::string_view name);
+    const std::string* OpenMaclib(std::string_view name);
+    // The file that OpenMaclib would open, without opening it.
+    std::optional<std::string> FindMaclib(std::string_view name) const;
+    // Whether an evaluation since ClearUnresolvedName met a name without a
+    // value (rather than only malformed text).
+    void ClearUnresolvedName() { pUnresolvedName = false; }
+    bool UnresolvedName() const { return pUnresolvedName; }
     // Ends the pass and the assembly: the value needed now is not resolved.
     void TerminalStop(std::string_view detail) override;
     // The names that had no value in the statement that stopped the run.
@@ -130,9 +141,15 @@ class Assembly final : public EncoderContext, public MacroContext {
     void DefineSymbol(std::string_view name, const Value& value, std::string_view kind = "label");
     // set / defl names: redefinable at will.
     void RedefineSymbol(std::string_view name, const Value& value);
+    // A name defined before gets this pass's value (Compatible mode).
+    void MoveSymbol(int slot, const Value& value);
     // The emission address jumped (org, reserved space): every output
     // format starts a new record there.
-    void RestartOutputRecords(std::uint16_t address) { pEmitter.Outputs().Restart(address); }
+    // `address` counts as the location counter does (in a .phase block, the
+    // bytes' real place is elsewhere).
+    void RestartOutputRecords(std::uint16_t address) {
+        pEmitter.Outputs().Restart(static_cast<std::uint16_t>(address + pState.PhaseOffset));
+    }
     // The one route of every emitted byte and word (width 8 or 16) into the
     // object image and the output writers; returns the listing text of the
     // value (a word low byte first, or as a number with big-endian code), or
@@ -175,6 +192,15 @@ class Assembly final : public EncoderContext, public MacroContext {
     // Executes the statement by the first rule that takes it; false when
     // none does.
     bool Execute(Statement& statement);
+    bool ExecuteCompatibly(Statement& statement);
+    bool ExecuteStatement(Statement& statement, const DirectiveTable& directives);
+    bool IsOperationWord(std::string_view word, const DirectiveTable& directives) const;
+    bool ReadCompatibly(Statement& statement);
+    bool LabelIsOperation(const Statement& statement, const DirectiveTable& directives) const;
+    void TakeLabelAsOperation(Statement& statement, std::string_view word);
+    void ExpandShortPortForm(Statement& statement);
+    void HideExpansionLine(Statement& statement);
+    void WarnDialectSlips(Statement& statement);
     // What a kept statement remembers of the operand that holds `text`, its
     // evaluated text, or nullptr.
     StatementMemo::Operand* KeptText(std::string_view text);
@@ -222,6 +248,13 @@ class Assembly final : public EncoderContext, public MacroContext {
     Statement pStatement;
     // Set by every value that may change between passes and every diagnostic.
     bool pMetChangeable = false;
+    bool pUnresolvedName = false;
+    // A statement cut again (Compatible mode's column-1 operation words,
+    // Zilog notation's short port forms): its operand list and texts.
+    std::vector<std::string_view> pColumnOneOperands;
+    std::string pColumnOneWord;
+    std::string pPortText;
+    std::array<std::string_view, 2> pPortOperands;
     std::string pFailureMessage;
     std::vector<std::string> pUnresolvedNames;
     std::vector<std::string> pTerminalNames;

@@ -59,6 +59,29 @@ constexpr std::array<NamedForm, 6> NamedForms{{
     {"ifp1", 0, [](Assembly& run, const Statement&) { return run.State().CurrentPass == 1; }},
 }};
 
+// A macro argument as the Microsoft-style conditionals compare it: without
+// its angle brackets and blanks.
+std::string_view Bracketed(std::string_view text) {
+    text = TrimBlanks(text);
+    if (text.size() >= 2 && text.front() == '<' && text.back() == '>')
+        text = TrimBlanks(text.substr(1, text.size() - 2));
+    return text;
+}
+
+bool SameArguments(const Statement& s) {
+    return Bracketed(OperandAt(s, 0)) == Bracketed(OperandAt(s, 1));
+}
+
+// Compatible mode's further named forms, looked for first (-1: any number
+// of operands, an empty argument included).
+constexpr std::array<NamedForm, 5> CompatibleNamedForms{{
+    {"if2", 0, [](Assembly& run, const Statement&) { return run.State().CurrentPass != 1; }},
+    {"ifb", -1, [](Assembly&, const Statement& s) { return Bracketed(s.Operands).empty(); }},
+    {"ifnb", -1, [](Assembly&, const Statement& s) { return !Bracketed(s.Operands).empty(); }},
+    {"ifidn", 2, [](Assembly&, const Statement& s) { return SameArguments(s); }},
+    {"ifdif", 2, [](Assembly&, const Statement& s) { return !SameArguments(s); }},
+}};
+
 // The forms that test the value of their expression.
 struct NumericForm {
     std::string_view Word;
@@ -78,6 +101,13 @@ constexpr std::array<NumericForm, 11> NumericForms{{
     {"ifge", [](double v) { return v >= 0; }},
     {"iflt", [](double v) { return v < 0; }},
     {"ifle", [](double v) { return v <= 0; }},
+}};
+
+// Compatible mode: the era's assemblers assemble after `if` when the value
+// is not zero; `ife` when it is.
+constexpr std::array<NumericForm, 2> CompatibleNumericForms{{
+    {"if", [](double v) { return v != 0; }},
+    {"ife", [](double v) { return v == 0; }},
 }};
 
 template <typename Form, std::size_t Count>
@@ -103,16 +133,26 @@ void Endif(Assembly& run, const Statement& statement) {
 }
 
 // The forms whose operand is an expression.
-void TestNumber(Assembly& run, Statement& statement) {
+void TestNumber(Assembly& run, Statement& statement, Dialect dialect) {
     // The expression is evaluated before the word is known to be a form.
     const std::string_view operand = OperandAt(statement, 0);
+    run.ClearUnresolvedName();
     const Value value = run.Evaluate(operand);
     if (IsEmpty(value)) {
-        // Which lines follow must be known in this pass.
-        run.TerminalStop(statement.Operation);
+        // Which lines follow must be known in this pass. A malformed
+        // expression (its error listed) or, in Compatible mode, a name not
+        // yet known in a resolving pass, makes the condition false; the
+        // final pass decides with the real value or lists the name.
+        if (run.UnresolvedName() && dialect == Dialect::Standard)
+            run.TerminalStop(statement.Operation);
+        else
+            run.Conditionals().Open(true);
         return;
     }
-    const NumericForm* form = FindForm(NumericForms, statement.Keyword);
+    const NumericForm* form = dialect == Dialect::Compatible
+                                  ? FindForm(CompatibleNumericForms, statement.Keyword)
+                                  : nullptr;
+    if (!form) form = FindForm(NumericForms, statement.Keyword);
     if (!form) {
         run.ListError("Invalid IF directive", statement.Operation);
         return;
@@ -124,24 +164,34 @@ void TestNumber(Assembly& run, Statement& statement) {
 }
 
 // Opens the level of a conditional met while lines are assembled.
-void Test(Assembly& run, Statement& statement) {
-    if (const NamedForm* form = FindForm(NamedForms, statement.Keyword)) {
-        OperandReader(run, statement).CheckOperandCount(form->Operands);
+void Test(Assembly& run, Statement& statement, Dialect dialect) {
+    const NamedForm* form = dialect == Dialect::Compatible
+                                ? FindForm(CompatibleNamedForms, statement.Keyword)
+                                : nullptr;
+    if (!form) form = FindForm(NamedForms, statement.Keyword);
+    if (form) {
+        if (form->Operands >= 0) OperandReader(run, statement).CheckOperandCount(form->Operands);
         const bool holds = form->Holds(run, statement);
         run.Conditionals().Open(!holds);
         ShowInValueColumn(statement, TruthValue(holds));
         return;
     }
-    TestNumber(run, statement);
+    TestNumber(run, statement, dialect);
 }
 
 } // namespace
+
+bool IsConditionalWord(std::string_view word) {
+    return word == "else" || word == "endif" || FindForm(NamedForms, word) ||
+           FindForm(NumericForms, word) || FindForm(CompatibleNamedForms, word) ||
+           FindForm(CompatibleNumericForms, word);
+}
 
 bool IsConditional(std::string_view word) {
     return word == "else" || word == "endif" || word.starts_with("if");
 }
 
-void ExecuteConditional(Assembly& run, Statement& statement) {
+void ExecuteConditional(Assembly& run, Statement& statement, Dialect dialect) {
     ConditionalStack& levels = run.Conditionals();
     const std::string_view word = statement.Keyword;
     statement.Category = LineCategory::Ifs;
@@ -154,7 +204,7 @@ void ExecuteConditional(Assembly& run, Statement& statement) {
         // its else and endif paired, and stays skipped whatever they say.
         levels.Open(true);
     } else {
-        Test(run, statement);
+        Test(run, statement, dialect);
     }
 }
 

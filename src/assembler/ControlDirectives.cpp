@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -108,14 +109,20 @@ void UserWarning(Assembly& run, Statement& statement) {
     statement.SuppressListing = true;
 }
 
+// The last part of a path, separated by either kind of slash.
+std::string_view LastPart(std::string_view path) {
+    const std::size_t slash = path.find_last_of("/\\");
+    return slash == std::string_view::npos ? path : path.substr(slash + 1);
+}
+
+// A file found under another letter case than written is named.
+void WarnOfOtherCase(Assembly& run, std::string_view written, std::string_view taken) {
+    if (LastPart(written) != LastPart(taken))
+        run.ListWarning("file name found in another letter case: took", taken);
+}
+
 void Include(Assembly& run, Statement& statement) {
-    const std::string name = FileName(statement);
-    if (run.State().IncludeDepth >= Assembly::MaxIncludeFiles) {
-        run.ListError("Cannot nest more than " + std::to_string(ReportedIncludeLevels) + " levels",
-                      name);
-        return;
-    }
-    if (!run.OpenInclude(name)) run.ListError("Include file error", name);
+    IncludeFile(run, FileName(statement));
 }
 
 bool HasLibraryExtension(std::string_view name) {
@@ -129,7 +136,7 @@ void BuildInZ80Library(Assembly& run, std::string_view name) {
 }
 
 // A library is read in pass 1 only; its macros stay in the macro table for
-// the later passes.
+// the later passes, which look for the file again only to report on it.
 void Maclib(Assembly& run, Statement& statement) {
     std::string name = FileName(statement);
     if (run.State().MaclibOpen) {
@@ -138,19 +145,25 @@ void Maclib(Assembly& run, Statement& statement) {
     }
     RunState& state = run.State();
     const bool builtIn = state.Options.CompatibleMode && EraZ80Library::IsLibraryName(name);
-    if (state.CurrentPass != 1) {
-        if (builtIn && state.EraZ80LibraryMissing) BuildInZ80Library(run, name);
+    if (!HasLibraryExtension(name)) name += LibraryExtension;
+    if (state.CurrentPass == 1) {
+        if (run.OpenMaclib(name)) return;
+        if (builtIn) {
+            state.EraZ80LibraryMissing = true;
+            BuildInZ80Library(run, name);
+            return;
+        }
+        run.Front().ShowMessage("Can NOT open .LIB file\nFile = " + name);
         return;
     }
-    if (!HasLibraryExtension(name)) name += LibraryExtension;
-    if (run.OpenMaclib(name)) return;
-    if (builtIn) {
-        state.EraZ80LibraryMissing = true;
+    if (builtIn && state.EraZ80LibraryMissing) {
         BuildInZ80Library(run, name);
         return;
     }
-    run.ListError("Macro library error", name);
-    run.Front().ShowMessage("Can NOT open .LIB file\nFile = " + name);
+    if (const std::optional<std::string> taken = run.FindMaclib(name))
+        WarnOfOtherCase(run, name, *taken);
+    else
+        run.ListError("Macro library error", name);
 }
 
 // The pass ends before the next statement, wherever the end stands. Its
@@ -165,8 +178,93 @@ void End(Assembly& run, Statement& statement) {
     state.EndSeen = true;
 }
 
+// Compatible mode: what the era's assemblers needed and Trident has no use
+// for (one absolute program, its own listing options) is accepted silently.
+void Accept(Assembly&, Statement&) {}
+
+template <ExpansionLines Lines> void ListExpansions(Assembly& run, Statement&) {
+    run.State().ListedExpansionLines = Lines;
+}
+
+// `.comment *` ... `*`: the lines up to the next delimiter are comment.
+void CommentBlock(Assembly& run, Statement& statement) {
+    const std::string_view text = TrimBlanks(statement.Operands);
+    if (text.empty()) {
+        run.ListError("Missing Operands", statement.Operation);
+        return;
+    }
+    const char delimiter = text.front();
+    const bool closed = text.substr(1).find(delimiter) != std::string_view::npos ||
+                        statement.Comment.find(delimiter) != std::string_view::npos;
+    if (!closed) run.State().CommentDelimiter = delimiter;
+}
+
+// `.phase addr`: the code after it counts from addr while its bytes go on
+// where they stood; .dephase returns to the real place.
+void Phase(Assembly& run, Statement& statement) {
+    OperandReader(run, statement).CheckOperandCount(1);
+    if (statement.OperandList.empty()) return;
+    const std::string operand = FirstOperand(statement);
+    const Value address = run.EvaluateOperand(operand, 16);
+    if (IsEmpty(address)) {
+        run.TerminalStop(operand);
+        return;
+    }
+    RunState& state = run.State();
+    const auto logical = static_cast<std::int32_t>(AsNumber(address).value_or(0));
+    state.PhaseOffset += state.LocationCounter - logical;
+    state.LocationCounter = logical;
+}
+
+// `.radix n`: the radix of numbers written without a suffix, from here to
+// the end of the pass. Its own operand is always decimal.
+void Radix(Assembly& run, Statement& statement) {
+    OperandReader(run, statement).CheckOperandCount(1);
+    const std::string operand = FirstOperand(statement);
+    ExpressionEvaluator& evaluator = run.Evaluator();
+    const int previous = evaluator.Radix();
+    evaluator.SetRadix(10);
+    const auto radix = static_cast<int>(AsNumber(run.EvaluateOperand(operand, 16)).value_or(0));
+    const bool known = radix == 2 || radix == 8 || radix == 10 || radix == 16;
+    if (!known) run.ListError("Radix must be 2, 8, 10 or 16", operand);
+    evaluator.SetRadix(known ? radix : previous);
+}
+
+void Dephase(Assembly& run, Statement&) {
+    RunState& state = run.State();
+    state.LocationCounter += state.PhaseOffset;
+    state.PhaseOffset = 0;
+}
+
 constexpr LineCategory Control = LineCategory::Control;
 constexpr LineCategory Listed = LineCategory::Directive;
+
+// Looked up before the rows above in Compatible mode.
+// clang-format off
+constexpr std::array<Directive, 21> CompatibleDirectives{{
+    {".8080", Listed, Select8080},
+    {"aseg", Control, Accept},
+    {"name", Listed, Accept},
+    {"title", Listed, Accept},
+    {".title", Listed, Accept},
+    {"subttl", Listed, Accept},
+    {".sbttl", Listed, Accept},
+    {"page", Listed, Accept},
+    {"eject", Listed, Accept},
+    {".printx", Listed, Accept},
+    {"stkln", Listed, Accept},
+    {".lall", Listed, ListExpansions<ExpansionLines::All>},
+    {".sall", Listed, ListExpansions<ExpansionLines::None>},
+    {".xall", Listed, ListExpansions<ExpansionLines::CodeOnly>},
+    {".cref", Listed, Accept},
+    {".xcref", Listed, Accept},
+    {"mlist", Listed, Accept},
+    {".comment", Listed, CommentBlock},
+    {".phase", Control, Phase},
+    {".dephase", Control, Dephase},
+    {".radix", Listed, Radix},
+}};
+// clang-format on
 
 constexpr std::array<Directive, 37> Directives{{
     {"org", Control, Org},
@@ -210,8 +308,26 @@ constexpr std::array<Directive, 37> Directives{{
 
 } // namespace
 
+void IncludeFile(Assembly& run, std::string_view name) {
+    if (run.State().IncludeDepth >= Assembly::MaxIncludeFiles) {
+        run.ListError("Cannot nest more than " + std::to_string(ReportedIncludeLevels) + " levels",
+                      name);
+        return;
+    }
+    const std::string* taken = run.OpenInclude(name);
+    if (!taken) {
+        run.ListError("Include file error", name);
+        return;
+    }
+    WarnOfOtherCase(run, name, *taken);
+}
+
 std::span<const Directive> ControlDirectiveTable() {
     return Directives;
+}
+
+std::span<const Directive> CompatibleControlDirectiveTable() {
+    return CompatibleDirectives;
 }
 
 } // namespace trident

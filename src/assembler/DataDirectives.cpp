@@ -153,6 +153,21 @@ void Reserve(Assembly& run, Statement& statement) {
     run.RestartOutputRecords(static_cast<std::uint16_t>(state.LocationCounter));
 }
 
+// `ds n,fill` (Compatible mode): n bytes of the fill value, emitted like
+// data; `ds n` reserves as ever.
+void ReserveOrFill(Assembly& run, Statement& statement) {
+    if (statement.OperandCount() != 2) return Reserve(run, statement);
+    const std::string_view countText = TrimBlanks(statement.OperandList[0]);
+    const Value count = run.EvaluateOperand(countText, 16);
+    if (IsEmpty(count)) {
+        run.TerminalStop(countText);
+        return;
+    }
+    const Value fill = run.EvaluateOperand(TrimBlanks(statement.OperandList[1]), 8);
+    DataBytes bytes(run, statement.BytesText);
+    for (std::int32_t i = WholeNumber(count) & 0xFFFF; i > 0; --i) bytes.Byte(fill);
+}
+
 void EmitText(Assembly& run, Statement& statement, const Form& form) {
     const OperandReader operands(run, statement);
     operands.CheckOperandCount(1);
@@ -229,10 +244,23 @@ constexpr std::array<Directive, 26> DataDirectives{{
     {"i3ed_be", Data, Emit<Family::IeeeDouble, Ending::Plain, true>},
 }};
 
+// Compatible mode's rows, looked up first: the Zilog and Microsoft-style
+// defm stores plain text.
+constexpr std::array<Directive, 4> CompatibleDataDirectives{{
+    {"dm", Data, Emit<Family::Bytes>},
+    {"defm", Data, Emit<Family::Bytes>},
+    {"ds", Data, ReserveOrFill},
+    {"defs", Data, ReserveOrFill},
+}};
+
 } // namespace
 
 std::span<const Directive> DataDirectiveTable() {
     return DataDirectives;
+}
+
+std::span<const Directive> CompatibleDataDirectiveTable() {
+    return CompatibleDataDirectives;
 }
 
 } // namespace trident

@@ -12,5 +12,8 @@ namespace trident {
 // through the run's EmitValue; an operand without a value in this pass emits
 // 0, so a statement has the same size in every pass.
 std::span<const Directive> DataDirectiveTable();
+// Compatible mode's rows, looked up before those: plain dm / defm, and
+// ds with a fill value.
+std::span<const Directive> CompatibleDataDirectiveTable();
 
 } // namespace trident

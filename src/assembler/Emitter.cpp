@@ -7,13 +7,15 @@
 namespace trident {
 
 void Emitter::EmitByte(std::uint8_t byte) {
-    const std::int32_t address = pState.LocationCounter;
+    // In a .phase block the bytes go where the real location counter is,
+    // while labels and "$" count from the phase address.
+    const std::int32_t address = pState.LocationCounter + pState.PhaseOffset;
     if (address < 0 || address >= RunState::ImageSize)
         throw RunFailure("address past FFFF: the program does not fit in 64 KiB");
     pState.ObjectImage[static_cast<std::size_t>(address)] = byte;
     pState.LowestAddress = std::min(pState.LowestAddress, address);
     pState.HighestAddress = std::max(pState.HighestAddress, address);
-    pState.LocationCounter = address + 1;
+    ++pState.LocationCounter;
     ++pState.BytesEmitted;
 }
 

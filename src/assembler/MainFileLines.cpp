@@ -48,9 +48,10 @@ void MainFileLines::Reserve(std::string_view text) {
     pKept.Operands.reserve(2 * lines);
 }
 
-void MainFileLines::Load(SourceFile& file, bool stripParity) {
+void MainFileLines::Load(SourceFile& file, bool stripParity, Dialect dialect) {
     Clear();
     pStrippedParity = stripParity;
+    pDialect = dialect;
     file.Rewind();
     Reserve(file.Text());
     while (!file.AtEnd()) {
@@ -70,7 +71,7 @@ void MainFileLines::Load(SourceFile& file, bool stripParity) {
 // A line holds at least one statement, so none means it failed.
 std::size_t MainFileLines::Cut(std::string_view line, bool stripParity) {
     try {
-        return PrepareLine(line, stripParity, pKept);
+        return PrepareLine(line, stripParity, pDialect, pKept);
     } catch (const RunFailure&) {
         pFailures.emplace(pLines.size(), std::current_exception());
         return 0;

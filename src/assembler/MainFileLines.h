@@ -34,10 +34,11 @@ class MainFileLines {
     // Cuts every line of `file` (which is left at its first line). The kept statements are views
     // into the file's text, which must outlive them; with parity stripping, into stripped copies of
     // the lines.
-    void Load(SourceFile& file, bool stripParity);
+    void Load(SourceFile& file, bool stripParity, Dialect dialect);
     void Clear();
     // Whether the kept lines had their parity bits stripped.
     bool StrippedParity() const { return pStrippedParity; }
+    Dialect CutDialect() const { return pDialect; }
 
     // Whether line `index` (from 0) could not be cut (too many
     // statements), and the RunFailure that says so. The failure is thrown
@@ -84,6 +85,7 @@ class MainFileLines {
     std::unordered_map<std::size_t, std::exception_ptr> pFailures;
     OperandMemoStore pOperandMemos;
     bool pStrippedParity = false;
+    Dialect pDialect = Dialect::Standard;
 };
 
 } // namespace trident

@@ -94,9 +94,12 @@ std::string Assembly::ConvertQuotedString(std::string_view text) {
 void Assembly::ReportEvaluatorFaults() {
     // Diagnostics are written only with a listed line: the faults of the
     // other lines are taken off the list without composing their texts.
+    constexpr auto unresolved = static_cast<std::int32_t>(EvalError::NonExistentVariable);
     if (!pListing.ListsLines()) {
         while (pEvaluator->ErrorCount() > 0) {
-            NoteUnresolved(pEvaluator->GetNextError());
+            const std::int32_t code = pEvaluator->GetNextError();
+            NoteUnresolved(code);
+            if (code == unresolved) pUnresolvedName = true;
             pMetChangeable = true;
         }
         return;
@@ -104,6 +107,7 @@ void Assembly::ReportEvaluatorFaults() {
     while (pEvaluator->ErrorCount() > 0) {
         const std::int32_t code = pEvaluator->GetNextError();
         NoteUnresolved(code);
+        if (code == unresolved) pUnresolvedName = true;
         const std::string message = ExpressionEvaluator::ErrorString(code);
         const std::string extra = pEvaluator->ExtraErrorString();
         if (code < 0)

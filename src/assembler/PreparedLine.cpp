@@ -8,7 +8,8 @@
 
 namespace trident {
 
-std::size_t PrepareLine(std::string_view line, bool stripParity, PreparedStatements& into) {
+std::size_t PrepareLine(std::string_view line, bool stripParity, Dialect dialect,
+                        PreparedStatements& into) {
     if (stripParity) {
         std::string& text = into.Texts.emplace_back(line);
         LineScanner::StripParityBits(text);
@@ -17,7 +18,7 @@ std::size_t PrepareLine(std::string_view line, bool stripParity, PreparedStateme
     const std::size_t first = into.Statements.size();
     const std::size_t firstOperand = into.Operands.size();
     try {
-        LineScanner::ScanLine(line, into.Statements, into.Operands);
+        LineScanner::ScanLine(line, into.Statements, into.Operands, dialect);
     } catch (const RunFailure&) {
         into.Statements.resize(first);
         into.Operands.resize(firstOperand);

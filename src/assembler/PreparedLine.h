@@ -30,10 +30,12 @@ struct PreparedStatements {
 };
 
 // The one preparation of a source line, whatever source it came from: the
-// parity bits stripped when asked, the line cut into statements and
+// parity bits stripped when asked, the line cut into statements (by the
+// rules of `dialect`) and
 // operands (appended to `into`), and their operation words lowered. Returns
 // the number of statements; a line with too many throws RunFailure and
 // leaves `into` as it was.
-std::size_t PrepareLine(std::string_view line, bool stripParity, PreparedStatements& into);
+std::size_t PrepareLine(std::string_view line, bool stripParity, Dialect dialect,
+                        PreparedStatements& into);
 
 } // namespace trident

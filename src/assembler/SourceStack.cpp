@@ -1,5 +1,6 @@
 #include "assembler/SourceStack.h"
 
+#include "base/Text.h"
 #include "macros/MacroText.h"
 #include "source/RunFailure.h"
 
@@ -18,9 +19,25 @@ std::filesystem::path SourcePath(std::string_view name) {
     return std::filesystem::path(text);
 }
 
+// The entry of `path`'s directory whose name matches its file name in
+// another letter case (sources written on systems that ignore case name
+// `Z80.LIB` as `z80.lib`); empty when there is none.
+std::filesystem::path OtherCase(const std::filesystem::path& path) {
+    const std::string wanted = LowerCase(path.filename().string());
+    const std::filesystem::path directory =
+        path.has_parent_path() ? path.parent_path() : std::filesystem::path(".");
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry(directory, error), end; !error && entry != end;
+         entry.increment(error))
+        if (LowerCase(entry->path().filename().string()) == wanted)
+            return path.has_parent_path() ? entry->path() : entry->path().filename();
+    return {};
+}
+
 // The name as written (relative to the current directory, or absolute),
 // then beside the file that holds the directive, then in the directory the
-// user chose for such files.
+// user chose for such files; in each place first as written, then in any
+// letter case.
 std::optional<SourceFile> FindSourceFile(std::string_view name, std::string_view includingFile,
                                          std::string_view chosenDirectory) {
     if (name.empty()) return std::nullopt;
@@ -34,6 +51,8 @@ std::optional<SourceFile> FindSourceFile(std::string_view name, std::string_view
     for (const std::filesystem::path& candidate : candidates) {
         if (candidate.empty()) continue;
         if (std::optional<SourceFile> file = SourceFile::Open(candidate)) return file;
+        if (const std::filesystem::path other = OtherCase(candidate); !other.empty())
+            if (std::optional<SourceFile> file = SourceFile::Open(other)) return file;
     }
     return std::nullopt;
 }
@@ -54,14 +73,15 @@ void SourceStack::StartPass(std::int16_t pass, const std::filesystem::path& sour
     pLineFromMainFile = false;
     const bool stripParity = pState.Options.StripParity;
     if (pass == 1) pFilesRead.clear();
+    const Dialect dialect = LineDialect();
     if (pass == 1 || !pMainFile || pMainFile->Name() != source.string()) {
         pMainFile = SourceFile::Open(source);
         if (!pMainFile) throw RunFailure("cannot read the source file " + source.string());
         NoteFileRead(pMainFile->Name());
-        pMainLines.Load(*pMainFile, stripParity);
-    } else if (pMainLines.StrippedParity() != stripParity) {
-        // The parity option changed since the lines were cut.
-        pMainLines.Load(*pMainFile, stripParity);
+        pMainLines.Load(*pMainFile, stripParity, dialect);
+    } else if (pMainLines.StrippedParity() != stripParity || pMainLines.CutDialect() != dialect) {
+        // The parity or Compatible option changed since the lines were cut.
+        pMainLines.Load(*pMainFile, stripParity, dialect);
     } else {
         pMainFile->Rewind();
     }
@@ -96,7 +116,7 @@ void SourceStack::PrepareOtherLine() {
     pLineFromMainFile = false;
     ReadOtherLine();
     pLine.Clear();
-    PrepareLine(pLineText, pState.Options.StripParity, pLine);
+    PrepareLine(pLineText, pState.Options.StripParity, LineDialect(), pLine);
     pStatements = pLine.Statements;
     pKeywords = pLine.Keywords;
     pOperands = pLine.Operands;
@@ -152,8 +172,8 @@ void SourceStack::ReadOtherLine() {
         ++pState.ExpandedMacroLines;
         SetPosition(level.InvokedAt.File, level.InvokedAt.Line, level.Name);
         CountLine();
-        MacroText::SubstituteLine(level.NextLine(), level.Parameters, pSubstitution, pLineText,
-                                  pState.Options.MaxExpandedLineLength);
+        MacroText::SubstituteLine(level.NextLine(), level.Parameters, LineDialect(), pSubstitution,
+                                  pLineText, pState.Options.MaxExpandedLineLength);
         pState.ExpandedTextInRun += static_cast<std::int64_t>(pLineText.size());
         if (pState.ExpandedTextInRun > pState.Options.MaxExpandedTextPerRun) [[unlikely]]
             throw LimitReached("more than " + std::to_string(pState.Options.MaxExpandedTextPerRun) +
@@ -192,25 +212,33 @@ void SourceStack::ReadFromInclude() {
     CountLine();
 }
 
-bool SourceStack::OpenInclude(std::string_view name, std::string_view includingFile) {
+const std::string* SourceStack::OpenInclude(std::string_view name, std::string_view includingFile) {
     std::optional<SourceFile> file =
         FindSourceFile(name, includingFile, pState.Options.IncludeDirectory);
-    if (!file) return false;
+    if (!file) return nullptr;
     NoteFileRead(file->Name());
     pIncludeFiles.push_back(std::move(*file));
     pState.IncludeDepth = static_cast<std::int32_t>(pIncludeFiles.size());
-    return true;
+    return &pIncludeFiles.back().Name();
 }
 
-bool SourceStack::OpenMaclib(std::string_view name, std::string_view includingFile) {
+const std::string* SourceStack::OpenMaclib(std::string_view name, std::string_view includingFile) {
     std::optional<SourceFile> file =
         FindSourceFile(name, includingFile, pState.Options.MaclibDirectory);
-    if (!file) return false;
+    if (!file) return nullptr;
     NoteFileRead(file->Name());
     pMaclib = std::move(file);
     pState.MaclibOpen = true;
     RecomputeListThisLine(pState);
-    return true;
+    return &pMaclib->Name();
+}
+
+std::optional<std::string> SourceStack::FindMaclib(std::string_view name,
+                                                   std::string_view includingFile) const {
+    std::optional<SourceFile> file =
+        FindSourceFile(name, includingFile, pState.Options.MaclibDirectory);
+    if (!file) return std::nullopt;
+    return file->Name();
 }
 
 void SourceStack::NoteFileRead(const std::string& name) {

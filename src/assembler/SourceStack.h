@@ -82,13 +82,20 @@ class SourceStack {
     const SourcePosition& Position() const { return pPosition; }
     std::uint64_t NamesVersion() const { return pNamesVersion; }
 
-    bool OpenInclude(std::string_view name, std::string_view includingFile);
-    bool OpenMaclib(std::string_view name, std::string_view includingFile);
+    // The name of the file opened, or nullptr when none was found.
+    const std::string* OpenInclude(std::string_view name, std::string_view includingFile);
+    const std::string* OpenMaclib(std::string_view name, std::string_view includingFile);
+    // The name of the file that OpenMaclib would open, without opening it.
+    std::optional<std::string> FindMaclib(std::string_view name,
+                                          std::string_view includingFile) const;
     int MacroDepth() const { return static_cast<int>(pExpansions.size()); }
     std::vector<ExpansionLevel>& Expansions() { return pExpansions; }
     void PushExpansion(ExpansionLevel level);
 
   private:
+    Dialect LineDialect() const {
+        return pState.Options.CompatibleMode ? Dialect::Compatible : Dialect::Standard;
+    }
     void LeaveFinishedExpansions();
     void TakeMainLine();
     void PrepareOtherLine();

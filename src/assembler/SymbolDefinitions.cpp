@@ -13,6 +13,13 @@ bool IsRedefinableLocal(std::string_view name) {
     return name.substr(0, 2) == "..";
 }
 
+// Numbers compare by value, whatever width they are held in.
+bool SameValue(const Value& a, const Value& b) {
+    const std::optional<double> x = AsNumber(a);
+    const std::optional<double> y = AsNumber(b);
+    return x && y ? *x == *y : a == b;
+}
+
 } // namespace
 
 void Assembly::DefineSymbol(std::string_view name, const Value& value, std::string_view kind) {
@@ -33,16 +40,19 @@ void Assembly::DefineSymbol(std::string_view name, const Value& value, std::stri
             RecordDefinition(slot, kind);
         } else if (pState.CurrentPass == 0) {
             // The final pass meets every definition once more: the first one
-            // claims the name for this pass, a second one is the duplicate.
-            if (symbols.Pass(slot) == 0)
-                ListError("Symbol Already Defined", name);
-            else {
+            // claims the name for this pass, a second one is the duplicate
+            // (in Compatible mode only when its value differs).
+            if (symbols.Pass(slot) != 0) {
                 symbols.SetPass(slot, 0);
                 RecordDefinition(slot, kind);
+            } else if (!pState.Options.CompatibleMode || !SameValue(symbols.SymVal(slot), value)) {
+                ListError("Symbol Already Defined", name);
             }
+        } else if (pState.Options.CompatibleMode) {
+            MoveSymbol(slot, value);
         }
-        // In a resolving pass an existing label keeps the value it was
-        // created with.
+        // Otherwise, in a resolving pass, an existing label keeps the value
+        // it was created with.
         return;
     }
     if (IsEmpty(value)) return;
@@ -72,6 +82,18 @@ void Assembly::DefineGivenNames() {
     }
     // The first statement takes its file and macro names afresh.
     pStatementNamesVersion = std::numeric_limits<std::uint64_t>::max();
+}
+
+// Compatible mode lets a condition decided in a later pass move the code
+// after it: the first definition of a pass gives the name its value of this
+// pass, and another pass follows when that changed it.
+void Assembly::MoveSymbol(int slot, const Value& value) {
+    SymbolTable& symbols = *pSymbols;
+    if (symbols.Pass(slot) == pState.CurrentPass || IsEmpty(value)) return;
+    symbols.SetPass(slot, pState.CurrentPass);
+    if (SameValue(symbols.SymVal(slot), value)) return;
+    symbols.SetVariable(symbols.Mnemonic(slot), value);
+    pState.AnotherPassNeeded = true;
 }
 
 void Assembly::RedefineSymbol(std::string_view name, const Value& value) {

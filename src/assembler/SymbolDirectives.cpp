@@ -99,7 +99,16 @@ constexpr std::array<Directive, 6> SymbolDirectives{{
     {"predef", LineCategory::Equates, LoadPredefinedGroups},
 }};
 
+// `name = value`, the Microsoft-style set (Compatible mode).
+constexpr std::array<Directive, 1> CompatibleSymbolDirectives{{
+    {"=", LineCategory::Equates, Redefine},
+}};
+
 } // namespace
+
+std::span<const Directive> CompatibleSymbolDirectiveTable() {
+    return CompatibleSymbolDirectives;
+}
 
 const Directive* FindSymbolDirective(std::string_view word) {
     const auto found = std::find_if(SymbolDirectives.begin(), SymbolDirectives.end(),

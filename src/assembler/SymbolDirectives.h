@@ -2,6 +2,7 @@
 
 #include "assembler/Directive.h"
 
+#include <span>
 #include <string_view>
 
 namespace trident {
@@ -13,5 +14,7 @@ const Directive* FindSymbolDirective(std::string_view word);
 // Whether `word` is one of the redefining forms, which share their name
 // with the Z80 bit instruction set.
 bool IsRedefinition(std::string_view word);
+// Compatible mode's symbol-defining rows: `name = value`.
+std::span<const Directive> CompatibleSymbolDirectiveTable();
 
 } // namespace trident

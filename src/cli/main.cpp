@@ -94,7 +94,8 @@ void AddOptions(CLI::App& app, trident::BatchOptions& options) {
     // The window's option boxes.
     app.add_flag("--big-endian", run.BigEndianCode, "List 16-bit values high byte first");
     app.add_flag("--strip-parity", run.StripParity, "Clear bit 7 of every source character");
-    app.add_flag("--compatible", run.CompatibleMode, "Compatibility mode");
+    app.add_flag("--compatible", run.CompatibleMode,
+                 "Read CP/M-era sources as their own assemblers did");
     app.add_flag("--dw-text-order", run.WordStringsInTextOrder,
                  "dw stores a two-character string in text order ('AB' as 41 42)");
     app.add_flag("--list-macro-definitions", run.ListMacroDefinitions,

@@ -37,6 +37,8 @@ class OpcodeTable {
     std::int16_t FindKeyword(std::string_view keyword, RunState& state) const;
     // As FindKeyword, without marking any use.
     std::int16_t RowOfKeyword(std::string_view keyword) const;
+    // Whether a lower-case word is a mnemonic, with no other effect.
+    bool HasKeyword(std::string_view keyword) const { return RowOfKeyword(keyword) >= 0; }
     // What finding row `index` does besides: a row of cpu "z80" or "z180"
     // marks that processor as used.
     void MarkUse(std::int16_t index, RunState& state) const {

@@ -30,6 +30,14 @@ void ExpressionEvaluator::SetDialect(expr::Dialect dialect) {
     pPrograms.Clear();
 }
 
+// The programs translated so far read their numbers in the old radix.
+void ExpressionEvaluator::SetRadix(int radix) {
+    if (radix == pRadix) return;
+    pRadix = radix;
+    pParser.SetRadix(radix);
+    pPrograms.Clear();
+}
+
 Value ExpressionEvaluator::Evaluate(std::string_view text, ProgramHandle& handle) {
     return EvaluateInPlace(text, handle);
 }
@@ -120,7 +128,8 @@ bool ExpressionEvaluator::RunStep(const expr::Step& step, expr::Program& program
         pStack.push_back(program.Constants[step.Index]);
         break;
     case StepKind::Literal:
-        pStack.push_back(expr::ConvertLiteral(program.Texts[step.Index], pErrors, pDialect));
+        pStack.push_back(
+            expr::ConvertLiteral(program.Texts[step.Index], pErrors, pDialect, pRadix));
         break;
     case StepKind::Name:
         pStack.push_back(LookUpName(program.Names[step.Index]));

@@ -68,6 +68,9 @@ class ExpressionEvaluator {
     // other rules are dropped.
     void SetDialect(expr::Dialect dialect);
     expr::Dialect Dialect() const { return pDialect; }
+    // The radix of numbers written without a suffix (10 by default).
+    void SetRadix(int radix);
+    int Radix() const { return pRadix; }
 
     // Literal conversions, also used by the directives outside expressions;
     // their faults go to the same error list.
@@ -100,6 +103,7 @@ class ExpressionEvaluator {
     expr::Dialect pDialect = expr::Dialect::Standard;
     // The value of a name of the compatible dialect's own, while it is used.
     Value pDialectName;
+    int pRadix = 10;
     ErrorList pErrors;
     expr::ExpressionParser pParser;
     // The programs of the texts met so far.

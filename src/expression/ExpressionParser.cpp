@@ -33,7 +33,7 @@ bool IsLiteral(const Token& token) {
 
 } // namespace
 
-Value ConvertLiteral(std::string_view text, ErrorList& errors, Dialect dialect) {
+Value ConvertLiteral(std::string_view text, ErrorList& errors, Dialect dialect, int radix) {
     if (text.front() == '"') {
         std::string characters = DoubleQuotedStringToString(text, errors);
         if (dialect == Dialect::Compatible && !characters.empty() && characters.size() <= 2)
@@ -41,7 +41,7 @@ Value ConvertLiteral(std::string_view text, ErrorList& errors, Dialect dialect) 
         return characters;
     }
     if (text.front() == '\'') return SingleQuoteStrToNumber(text, errors);
-    return EvalNumber(text, errors);
+    return EvalNumber(text, errors, radix);
 }
 
 void ExpressionParser::Compile(std::string_view text, Program& program) {
@@ -161,7 +161,7 @@ void ExpressionParser::EmitOperand(const Token& token) {
         return;
     }
     pLiteralFaults.ClearAllErrors();
-    Value value = ConvertLiteral(token.Text, pLiteralFaults, pDialect);
+    Value value = ConvertLiteral(token.Text, pLiteralFaults, pDialect, pRadix);
     if (pLiteralFaults.ErrorCount() > 0) {
         EmitText(StepKind::Literal, EvalError::None, token.Text);
         ++pDepth;

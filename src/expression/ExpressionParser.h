@@ -17,7 +17,9 @@ namespace trident::expr {
 // The value of a literal operand: a number, a character constant or a
 // string, told apart by its first character. In the compatible dialect a
 // double-quoted string of one or two characters is a character constant.
-Value ConvertLiteral(std::string_view text, ErrorList& errors, Dialect dialect = Dialect::Standard);
+// Numbers without a suffix are read in `radix` (see EvalNumber).
+Value ConvertLiteral(std::string_view text, ErrorList& errors, Dialect dialect = Dialect::Standard,
+                     int radix = 10);
 
 // Translates one expression text into a Program in a single left-to-right
 // sweep with an operator stack, so that deep nesting costs no call depth and
@@ -32,6 +34,8 @@ class ExpressionParser {
     // again and again; its stacks keep their storage between uses.
     void Compile(std::string_view text, Program& program);
     void SetDialect(Dialect dialect) { pDialect = dialect; }
+    // The radix of numbers without a suffix in the texts compiled from now on.
+    void SetRadix(int radix) { pRadix = radix; }
 
   private:
     enum class Stage { NeedOperand, NeedOperator, Done, Failed };
@@ -70,6 +74,7 @@ class ExpressionParser {
     // operand was one, and whether a "^" waits for its right operand.
     bool pOperandQuoted = false;
     bool pPowerPending = false;
+    int pRadix = 10;
 };
 
 } // namespace trident::expr

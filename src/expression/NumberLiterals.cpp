@@ -221,10 +221,28 @@ std::optional<Value> CommonNumber(std::string_view text) {
     return Value{value};
 }
 
+// Digits of `radix` alone (separators aside), starting with a decimal digit.
+std::optional<Value> RadixNumber(std::string_view text, int radix) {
+    if (text.empty() || !IsDecimalDigit(text.front())) return std::nullopt;
+    double value = 0;
+    for (const char c : text) {
+        if (kSeparators.find(c) != std::string_view::npos) continue;
+        const char lower = ToLowerAscii(c);
+        const int digit = IsDecimalDigit(lower) ? lower - '0'
+                          : IsHexDigit(lower)   ? lower - 'a' + 10
+                                                : radix;
+        if (digit >= radix) return std::nullopt;
+        value = value * radix + digit;
+    }
+    return MakeWhole(value);
+}
+
 } // namespace
 
-Value EvalNumber(std::string_view text, ErrorList& errors) {
+Value EvalNumber(std::string_view text, ErrorList& errors, int radix) {
     text = TrimBlanks(text);
+    if (radix != 10)
+        if (const auto number = RadixNumber(text, radix)) return *number;
     if (const auto common = CommonNumber(text)) return *common;
     const std::string lower = LowerCase(text);
     for (const auto& rule : kRules) {

@@ -15,7 +15,10 @@ namespace trident::expr {
 // A number literal in one of the radixes, with its prefix or suffix and any
 // "_", "," and "$" separators. A value that fits is a 32-bit integer,
 // anything else a double.
-Value EvalNumber(std::string_view text, ErrorList& errors);
+// `radix` is the radix of numbers written without a suffix (.radix): in
+// another radix than 10, a text of that radix's digits alone is read in it
+// ("10b" is hexadecimal in radix 16), anything else by the usual rules.
+Value EvalNumber(std::string_view text, ErrorList& errors, int radix = 10);
 
 // A character constant with its enclosing single quotes: the character codes
 // taken as one big-endian number ("'AB'" is 4142 hexadecimal).

@@ -73,7 +73,9 @@ struct OptionBox {
 constexpr std::array OptionBoxes{
     OptionBox{"chkBigEndCode", "Bigend Code", "", "BigEndCode", &RunOptions::BigEndianCode},
     OptionBox{"chkStripParity", "Strip Parity", "", "StripParity", &RunOptions::StripParity},
-    OptionBox{"chkCompASM", "Compatible", "", "Compatible", &RunOptions::CompatibleMode},
+    OptionBox{"chkCompASM", "Compatible",
+              "Read CP/M-era sources as their own assemblers did (see docs/compatible.md)",
+              "Compatible", &RunOptions::CompatibleMode},
     OptionBox{"chkDwTextOrder", "DW Text Order",
               "dw 'AB' stores 41 42, as Altair-era sources expect", "DwTextOrder",
               &RunOptions::WordStringsInTextOrder},

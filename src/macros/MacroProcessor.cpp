@@ -58,7 +58,17 @@ void MacroProcessor::StartPass(MacroContext& run) {
     pDepth = 0;
     pBlock = OpenBlock{};
     pLocalCounter = 1;
-    if (run.State().CurrentPass == 1) pParameterNames.clear();
+    if (run.State().CurrentPass == 1) {
+        pParameterNames.clear();
+        pInForce.clear();
+    } else {
+        std::erase_if(pInForce, [](const auto& entry) { return !entry.second; });
+    }
+}
+
+bool MacroProcessor::Replaces(std::string_view word) const {
+    return Defines(word) && word != EndWord && !OpeningBlock(word) && word != "exitm" &&
+           word != "local";
 }
 
 bool MacroProcessor::CollectBody(MacroContext& run, Statement& statement) {
@@ -131,6 +141,7 @@ void MacroProcessor::Close(MacroContext& run, Statement& statement) {
     if (!pBlock.Usable) return;
     // A later definition of the name replaces the earlier one.
     run.Macros().SetMacroDefinition(pBlock.Name, std::move(pBlock.Body));
+    pInForce.insert_or_assign(pBlock.Name, run.State().MaclibOpen);
     pParameterNames.insert_or_assign(pBlock.Name, std::move(pBlock.Arguments));
 }
 

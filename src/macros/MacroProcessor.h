@@ -42,6 +42,12 @@ class MacroProcessor {
     static void ExitMacro(MacroContext& run, const Statement& statement);
     // A statement whose operation names a stored macro.
     bool Invoke(MacroContext& run, Statement& statement);
+    // Whether a macro of that name (lower case) is in force: defined earlier
+    // in this pass, or by the macro library.
+    bool Defines(std::string_view word) const { return pInForce.contains(word); }
+    // Whether such a macro takes the place of the instruction or directive
+    // of its name (Compatible mode); never the macro and repeat words.
+    bool Replaces(std::string_view word) const;
 
   private:
     struct OpenBlock {
@@ -75,6 +81,9 @@ class MacroProcessor {
     // view of the invoking statement's word).
     std::unordered_map<std::string, std::vector<std::string>, TextHash, std::equal_to<>>
         pParameterNames;
+    // The macros in force, by name; true for those of the macro library,
+    // which is read in pass 1 only.
+    std::unordered_map<std::string, bool, TextHash, std::equal_to<>> pInForce;
     // The arguments of the invocation under way, their room kept.
     std::vector<std::string> pArguments;
 };

@@ -99,9 +99,9 @@ std::string SubstituteParameters(std::string_view text, const ParameterMap& para
 }
 
 // As ComposeLine on the substituted fields, composed in one buffer.
-void SubstituteLine(std::string_view line, const ParameterMap& parameters, ScannedLine& scratch,
-                    std::string& result, std::size_t longest) {
-    scratch.Scan(line);
+void SubstituteLine(std::string_view line, const ParameterMap& parameters, Dialect dialect,
+                    ScannedLine& scratch, std::string& result, std::size_t longest) {
+    scratch.Scan(line, dialect);
     result.clear();
     result.reserve(line.size() + 16);
     for (std::size_t i = 0; i < scratch.Statements.size(); ++i) {

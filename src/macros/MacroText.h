@@ -30,8 +30,8 @@ std::string SubstituteParameters(std::string_view text, const ParameterMap& para
 // `result`. The comment is kept as written. `scratch` holds the line's
 // statements while it is composed. A line that grows past `longest`
 // characters ends the run (LimitReached).
-void SubstituteLine(std::string_view line, const ParameterMap& parameters, ScannedLine& scratch,
-                    std::string& result, std::size_t longest);
+void SubstituteLine(std::string_view line, const ParameterMap& parameters, Dialect dialect,
+                    ScannedLine& scratch, std::string& result, std::size_t longest);
 
 } // namespace MacroText
 } // namespace trident

@@ -1,5 +1,6 @@
 #include "source/LineScanner.h"
 
+#include "base/Text.h"
 #include "expression/CharTests.h"
 #include "source/RunFailure.h"
 
@@ -107,26 +108,57 @@ bool Is(char c, int bits) {
 
 // One walk over a line: each statement's fields and the operands of its
 // field are found together, the operands appended to the line's list.
-class LineWalker {
+// The dialect is a parameter of the type: the standard walk tests none of
+// the Compatible rules.
+template <Dialect Rules> class LineWalker {
   public:
     LineWalker(std::string_view line, std::vector<std::string_view>& operands)
         : pPos(line.data()), pEnd(line.data() + line.size()), pOperands(operands) {}
 
     bool AtEnd() const { return pPos >= pEnd; }
     // Past the "!" that ended a statement (or past the end).
-    void Advance() { ++pPos; }
+    void Advance() {
+        ++pPos;
+        pAfterSeparator = true;
+    }
 
     // Scans one statement; leaves the walk on the separator that ends it
     // (or at the end of the line).
     void Statement(SourceStatement& statement) {
+        const bool fromComment = pCommentCut;
+        pCommentCut = false;
+        if (pAfterSeparator && At('=')) statement.Marks |= EqualsAfterSeparator;
+        Fields(statement);
+        if (fromComment && !(statement.Label.empty() && statement.Operation.empty()))
+            statement.Marks |= FromComment;
+    }
+
+    // One statement that is all of `text`, read as indented.
+    void IndentedStatement(SourceStatement& statement) {
+        pAfterSeparator = true;
+        Statement(statement);
+    }
+
+  private:
+    bool At(char c) const { return pPos < pEnd && *pPos == c; }
+
+    void Fields(SourceStatement& statement) {
         if (At('*')) return Comment(statement);
-        const bool indented = SkipBlanks();
+        if (pCompatible && !pAfterSeparator && AtControlLine()) {
+            statement.Marks |= ControlLine;
+            statement.Comment = View(pPos, pEnd);
+            pPos = pEnd;
+            return;
+        }
+        // The era's assemblers start a statement after "!" with its operation.
+        const bool indented = SkipBlanks() || (pCompatible && pAfterSeparator);
         if (At(CommentStarter)) return Comment(statement);
         const std::string_view token = TakeUntil(EndsLabel);
         const bool colon = At(':');
         if (colon) ++pPos;
-        if (colon || !indented) {
+        if (colon || !indented || (pCompatible && NextWordNamesLabel())) {
             statement.Label = token;
+            if (!colon && !indented && !pAfterSeparator) statement.Marks |= BareLabel;
             SkipBlanks();
             if (At(CommentStarter)) return Comment(statement);
             statement.Operation = TakeUntil(EndsOperation);
@@ -141,8 +173,22 @@ class LineWalker {
         if (At(CommentStarter)) Comment(statement);
     }
 
-  private:
-    bool At(char c) const { return pPos < pEnd && *pPos == c; }
+    // `$` in column 1 before a letter or one of "+-*".
+    bool AtControlLine() const {
+        if (!At('$') || pEnd - pPos < 2) return false;
+        const char c = ToLowerAscii(pPos[1]);
+        return c == '-' || c == '+' || c == '*' || (c >= 'a' && c <= 'z');
+    }
+
+    // Whether the word after the current one defines it (`size equ 10`
+    // written indented, as Digital Research's assemblers allow).
+    bool NextWordNamesLabel() const {
+        const char* pos = pPos;
+        while (pos < pEnd && Is(*pos, BlankChar)) ++pos;
+        const char* const start = pos;
+        while (pos < pEnd && !Is(*pos, EndsOperation)) ++pos;
+        return IsDefiningWord(View(start, pos));
+    }
 
     // True if any blank was skipped.
     bool SkipBlanks() {
@@ -159,11 +205,14 @@ class LineWalker {
 
     // Up to the next statement separator, found with one search: comments
     // make up much of a program's text.
+    // In Compatible mode a comment runs to the end of the line.
     void Comment(SourceStatement& statement) {
         const char* const start = pPos;
-        const void* separator =
-            std::memchr(start, StatementSeparator, static_cast<std::size_t>(pEnd - start));
+        const void* separator = pCompatible ? nullptr
+                                            : std::memchr(start, StatementSeparator,
+                                                          static_cast<std::size_t>(pEnd - start));
         pPos = separator ? static_cast<const char*>(separator) : pEnd;
+        pCommentCut = separator != nullptr && *start == CommentStarter;
         statement.Comment = View(start, pPos);
     }
 
@@ -179,6 +228,10 @@ class LineWalker {
             while (pPos < pEnd && !Is(*pPos, FieldMark)) ++pPos;
             if (pPos >= pEnd) break;
             const char c = *pPos;
+            if (c == StatementSeparator && pCompatible && pPos + 1 < pEnd && pPos[1] == '=') {
+                pPos += 2; // the not-equal operator
+                continue;
+            }
             if (c == CommentStarter || c == StatementSeparator) break;
             ++pPos;
             if (c == ',') {
@@ -227,6 +280,10 @@ class LineWalker {
     const char* pPos;
     const char* const pEnd;
     std::vector<std::string_view>& pOperands;
+    static constexpr bool pCompatible = Rules == Dialect::Compatible;
+    bool pAfterSeparator = false;
+    // The statement before ended in a ";" comment cut at a "!".
+    bool pCommentCut = false;
 };
 
 // Items are strings (refilled in place, keeping their storage from one
@@ -268,11 +325,10 @@ int SplitList(std::string_view field, std::vector<Item>& items, bool protectBrac
     return static_cast<int>(count);
 }
 
-} // namespace
-
-int ScanLine(std::string_view line, std::vector<SourceStatement>& statements,
+template <Dialect Rules>
+int ScanWith(std::string_view line, std::vector<SourceStatement>& statements,
              std::vector<std::string_view>& operands) {
-    LineWalker walker(line, operands);
+    LineWalker<Rules> walker(line, operands);
     int count = 0;
     do {
         if (count == MaxStatements)
@@ -283,6 +339,31 @@ int ScanLine(std::string_view line, std::vector<SourceStatement>& statements,
         walker.Advance(); // the "!" that ended the statement
     } while (!walker.AtEnd());
     return count;
+}
+
+} // namespace
+
+int ScanLine(std::string_view line, std::vector<SourceStatement>& statements,
+             std::vector<std::string_view>& operands, Dialect dialect) {
+    return dialect == Dialect::Compatible
+               ? ScanWith<Dialect::Compatible>(line, statements, operands)
+               : ScanWith<Dialect::Standard>(line, statements, operands);
+}
+
+void ScanIndentedStatement(std::string_view text, SourceStatement& statement,
+                           std::vector<std::string_view>& operands) {
+    operands.clear();
+    statement = SourceStatement{};
+    LineWalker<Dialect::Compatible>(text, operands).IndentedStatement(statement);
+}
+
+bool IsDefiningWord(std::string_view word) {
+    static constexpr std::array<std::string_view, 5> Words{"equ", "set", "defl", "macro", "="};
+    return !word.empty() && word.size() <= 5 &&
+           std::any_of(Words.begin(), Words.end(), [&](std::string_view defining) {
+               return std::equal(word.begin(), word.end(), defining.begin(), defining.end(),
+                                 [](char a, char b) { return ToLowerAscii(a) == b; });
+           });
 }
 
 void FailTooManyOperands() {

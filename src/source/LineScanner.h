@@ -22,7 +22,17 @@ inline constexpr int MaxOperands = 128;
 // of statements. Views point into the line. More than MaxStatements throws
 // RunFailure; more than MaxOperands marks the statement (TooManyOperands).
 int ScanLine(std::string_view line, std::vector<SourceStatement>& statements,
-             std::vector<std::string_view>& operands);
+             std::vector<std::string_view>& operands, Dialect dialect = Dialect::Standard);
+
+// Cuts `text`, one statement, as if it were indented, by the Compatible
+// rules: an operation word written in column 1. Fills `operands` (cleared
+// first); the statement's FirstOperand counts from its start.
+void ScanIndentedStatement(std::string_view text, SourceStatement& statement,
+                           std::vector<std::string_view>& operands);
+
+// `equ`, `set`, `defl`, `macro` (in any letter case) or `=`: the words that
+// name the word before them.
+bool IsDefiningWord(std::string_view word);
 
 // Ends the run: a statement holds more than MaxOperands operands. The
 // scanner marks such a statement (TooManyOperands) and whoever executes it

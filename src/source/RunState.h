@@ -7,6 +7,8 @@
 
 namespace trident {
 
+enum class ExpansionLines : std::uint8_t { All, None, CodeOnly };
+
 // What a pass starts afresh: every pass begins with `PassState{}`.
 struct PassState {
     std::int16_t CurrentPass = 0;
@@ -17,6 +19,14 @@ struct PassState {
     // A false condition is skipping lines.
     bool Skipping = false;
     std::int32_t LocationCounter = 0;
+    // Between .phase and .dephase: where the bytes really go, less the
+    // location counter that labels and "$" count.
+    std::int32_t PhaseOffset = 0;
+    // Inside a .comment block: the character that ends it.
+    char CommentDelimiter = 0;
+    // .lall, .sall, .xall: which lines of macro expansions are listed, as
+    // far as the listing options list expansions at all.
+    ExpansionLines ListedExpansionLines = ExpansionLines::All;
     // The program's start address, from the operand of end.
     std::uint16_t StartAddress = 0;
     std::int32_t LinesReadFromFile = 0;

@@ -16,10 +16,10 @@ struct ScannedLine {
     std::vector<std::string_view> Operands;
 
     // Scans `line` in place of the line before (LineScanner::ScanLine).
-    void Scan(std::string_view line) {
+    void Scan(std::string_view line, Dialect dialect) {
         Statements.clear();
         Operands.clear();
-        LineScanner::ScanLine(line, Statements, Operands);
+        LineScanner::ScanLine(line, Statements, Operands, dialect);
     }
 
     std::span<const std::string_view> OperandsOf(const SourceStatement& statement) const {

@@ -3,6 +3,7 @@
 #include "source/LineCategory.h"
 #include "source/SourcePosition.h"
 
+#include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
@@ -36,6 +37,8 @@ struct Statement {
     // an earlier pass (or are working out now), to reuse; null for lines
     // that are not kept (macro expansions, include files, macro libraries).
     StatementMemo* Memo = nullptr;
+    // The scanner's StatementMarks.
+    std::uint8_t Marks = 0;
 
     LineCategory Category = LineCategory::None;
     // Hexadecimal text of the emitted bytes.

@@ -44,7 +44,7 @@ TEST(MacroText, SubstituteLineSubstitutesFieldsButNotTheComment) {
     ScannedLine scratch;
     std::string line = "left from the line before";
     for (const auto& [text, expected] : cases) {
-        MacroText::SubstituteLine(text, Parameters(), scratch, line, 1000);
+        MacroText::SubstituteLine(text, Parameters(), Dialect::Standard, scratch, line, 1000);
         EXPECT_EQ(line, expected) << text;
     }
 }

@@ -78,9 +78,10 @@ const HostileSource HostileSources[] = {
     {"StringDoublingInARepeat", "s set \"ab\"\n rept 40\ns set s+s\n endm\n", ErrorsListed,
      {"prog.asm:2: error: String longer than 65535 characters ~ +"}},
     {"IncludeOfADirectory", " include .\n", ErrorsListed, {"prog.asm:1: error: Include file error ~ ."}},
-    // Libraries are read in pass 1 only, so the listed error is not counted;
-    // the message box text tells the user.
-    {"MaclibOfAMissingFile", " maclib nosuch\n nop\n", Clean, {"Can NOT open .LIB file\nFile = nosuch.lib"}},
+    // Libraries are read in pass 1 only; the final pass looks for the file
+    // again to report it on its line. The message box text tells the user too.
+    {"MaclibOfAMissingFile", " maclib nosuch\n nop\n", ErrorsListed,
+     {"Can NOT open .LIB file\nFile = nosuch.lib", "prog.asm:1: error: Macro library error ~ nosuch.lib"}},
     {"OrgPastFFFF", " org 10000h\n db 1\n", ErrorsListed, {"prog.asm:1: error: Value out of Range ~ 10000h"}},
     {"WordAtFFFF", " org 0ffffh\n dw 1\n", RunFailed, {PastFFFF, "prog.asm line 2)"}},
     {"DataRunningPastFFFF", " org 0fffeh\n db 1,2,3\n", RunFailed, {PastFFFF, "prog.asm line 2)"}},

@@ -1,14 +1,76 @@
+#include "base/Text.h"
 #include "source/LineScanner.h"
 #include "source/RunFailure.h"
-#include "base/Text.h"
 
 #include <gtest/gtest.h>
 #include <span>
+#include <tuple>
 
 namespace trident {
 namespace {
 
 using Texts = std::vector<std::string>;
+
+// Compatible mode's cut, and the marks the scanner leaves for the dispatch
+// in both modes: each statement as label, operation, operands, comment and
+// marks.
+TEST(LineScanner, CompatibleRulesAndMarks) {
+    struct Expected {
+        const char* Label;
+        const char* Operation;
+        const char* Operands;
+        const char* Comment;
+        std::uint8_t Marks;
+    };
+    // clang-format off
+    const std::tuple<const char*, Dialect, std::vector<Expected>> cases[] = {
+        {" nop ; a! mov a,b", Dialect::Compatible, {{"", "nop", "", "; a! mov a,b", 0}}},
+        {" nop ; a! mov a,b", Dialect::Standard, {{"", "nop", "", "; a", 0}, {"", "mov", "a,b", "", FromComment}}},
+        {" nop ; a! ; b", Dialect::Standard, {{"", "nop", "", "; a", 0}, {"", "", "", "; b", 0}}},
+        {" if $ != 1 ; c", Dialect::Compatible, {{"", "if", "$ != 1", "; c", 0}}},
+        {" if $ != 1", Dialect::Standard, {{"", "if", "$", "", 0}, {"=", "1", "", "", EqualsAfterSeparator}}},
+        {" cmp b!inx h", Dialect::Compatible, {{"", "cmp", "b", "", 0}, {"", "inx", "h", "", 0}}},
+        {" cmp b!inx h", Dialect::Standard, {{"", "cmp", "b", "", 0}, {"inx", "h", "", "", 0}}},
+        {" nop!here: nop", Dialect::Compatible, {{"", "nop", "", "", 0}, {"here", "nop", "", "", 0}}},
+        {"  size EQU 10", Dialect::Compatible, {{"size", "EQU", "10", "", 0}}},
+        {"  size equ 10", Dialect::Standard, {{"", "size", "equ 10", "", 0}}},
+        {"  n = 1", Dialect::Compatible, {{"n", "=", "1", "", 0}}},
+        {"  jr macro t", Dialect::Compatible, {{"jr", "macro", "t", "", 0}}},
+        {"ORG 100H", Dialect::Compatible, {{"ORG", "100H", "", "", BareLabel}}},
+        {"ORG 100H", Dialect::Standard, {{"ORG", "100H", "", "", BareLabel}}},
+        {"here: nop", Dialect::Standard, {{"here", "nop", "", "", 0}}},
+        {"$INCLUDE(:F1:A.SRC) ; x!y", Dialect::Compatible, {{"", "", "", "$INCLUDE(:F1:A.SRC) ; x!y", ControlLine}}},
+        {"$-MACRO", Dialect::Standard, {{"$-MACRO", "", "", "", BareLabel}}},
+        {" nop!$-MACRO", Dialect::Compatible, {{"", "nop", "", "", 0}, {"", "$-MACRO", "", "", 0}}},
+    };
+    // clang-format on
+    for (const auto& [line, dialect, expected] : cases) {
+        std::vector<SourceStatement> statements;
+        std::vector<std::string_view> operands;
+        ASSERT_EQ(LineScanner::ScanLine(line, statements, operands, dialect),
+                  static_cast<int>(expected.size()))
+            << line;
+        for (std::size_t i = 0; i < expected.size(); ++i) {
+            SCOPED_TRACE(std::string(line) + " statement " + std::to_string(i));
+            EXPECT_EQ(statements[i].Label, expected[i].Label);
+            EXPECT_EQ(statements[i].Operation, expected[i].Operation);
+            EXPECT_EQ(statements[i].Operands, expected[i].Operands);
+            EXPECT_EQ(statements[i].Comment, expected[i].Comment);
+            EXPECT_EQ(statements[i].Marks, expected[i].Marks);
+        }
+    }
+}
+
+// A column-1 operation word: the statement cut again as if indented.
+TEST(LineScanner, IndentedStatementTakesTheFirstWordAsOperation) {
+    SourceStatement statement;
+    std::vector<std::string_view> operands;
+    LineScanner::ScanIndentedStatement("MOV A, B ; x! y", statement, operands);
+    EXPECT_EQ(statement.Label, "");
+    EXPECT_EQ(statement.Operation, "MOV");
+    EXPECT_EQ(Texts(operands.begin(), operands.end()), (Texts{"A", "B"}));
+    EXPECT_EQ(statement.Comment, "; x! y");
+}
 
 TEST(LineScanner, ScanLineCutsStatementsFieldsAndOperands) {
     // Each statement as label, operation, operands, comment.
