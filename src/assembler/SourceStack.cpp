@@ -155,14 +155,13 @@ void SourceStack::SetMainFilePosition() {
     pLineFromMainFile = true;
 }
 
-void SourceStack::CountLine() {
+void SourceStack::FailLineBudget() const {
     const RunOptions& options = pState.Options;
-    if (++pState.LinesRead > options.MaxLinesPerPass) [[unlikely]]
+    if (pState.LinesRead > options.MaxLinesPerPass)
         throw LimitReached("more than " + std::to_string(options.MaxLinesPerPass) +
                            " source lines read in one pass");
-    if (++pState.LinesReadInRun > options.MaxLinesPerRun) [[unlikely]]
-        throw LimitReached("more than " + std::to_string(options.MaxLinesPerRun) +
-                           " source lines read in all passes");
+    throw LimitReached("more than " + std::to_string(options.MaxLinesPerRun) +
+                       " source lines read in all passes");
 }
 
 void SourceStack::ReadOtherLine() {

@@ -100,8 +100,14 @@ class SourceStack {
     void TakeMainLine();
     void PrepareOtherLine();
     void ReadOtherLine();
-    // Counts a line read against the limit of one pass.
-    void CountLine();
+    // Counts a line read against the budget of the pass and of the run.
+    // Inline: every line of every pass comes here.
+    void CountLine() {
+        if (++pState.LinesRead > pState.Options.MaxLinesPerPass ||
+            ++pState.LinesReadInRun > pState.Options.MaxLinesPerRun) [[unlikely]]
+            FailLineBudget();
+    }
+    [[noreturn]] void FailLineBudget() const;
     void NoteFileRead(const std::string& name);
     void ReadFromMaclib();
     void ReadFromInclude();

@@ -33,7 +33,7 @@ class BatchFrontEnd : public FrontEnd {
 
 std::string Joined(const std::vector<std::string>& names) {
     std::string text;
-    for (const std::string& name : names) text += (text.empty() ? "" : ", ") + name;
+    for (const std::string& name : names) text.append(text.empty() ? "" : ", ").append(name);
     return text;
 }
 
@@ -73,11 +73,12 @@ std::string DependencyRule(const std::vector<std::string>& outputs,
         return text;
     };
     std::string rule;
-    for (const std::string& output : outputs) rule += (rule.empty() ? "" : " ") + escaped(output);
+    for (const std::string& output : outputs)
+        rule.append(rule.empty() ? "" : " ").append(escaped(output));
     rule += ":";
-    for (const std::string& input : inputs) rule += " " + escaped(input);
+    for (const std::string& input : inputs) rule.append(" ").append(escaped(input));
     rule += "\n";
-    for (const std::string& input : inputs) rule += "\n" + escaped(input) + ":\n";
+    for (const std::string& input : inputs) rule.append("\n").append(escaped(input)).append(":\n");
     return rule;
 }
 
