@@ -32,19 +32,26 @@ std::string FileName(const Statement& statement) {
     return quoted ? name.substr(1, name.size() - 2) : name;
 }
 
-void Org(Assembly& run, Statement& statement) {
+// The address operand of org and .phase: every later address depends on it,
+// so it must be known in this pass.
+std::optional<std::int32_t> AddressKnownNow(Assembly& run, Statement& statement) {
     OperandReader(run, statement).CheckOperandCount(1);
-    statement.LabelTaken = true;
-    if (statement.OperandList.empty()) return;
+    if (statement.OperandList.empty()) return std::nullopt;
     const std::string operand = FirstOperand(statement);
     const Value address = run.EvaluateOperand(operand, 16);
-    // Every later address depends on it: it must be known in this pass.
     if (IsEmpty(address)) {
         run.TerminalStop(operand);
-        return;
+        return std::nullopt;
     }
+    return static_cast<std::int32_t>(AsNumber(address).value_or(0));
+}
+
+void Org(Assembly& run, Statement& statement) {
+    statement.LabelTaken = true;
+    const std::optional<std::int32_t> address = AddressKnownNow(run, statement);
+    if (!address) return;
     RunState& state = run.State();
-    state.LocationCounter = static_cast<std::int32_t>(AsNumber(address).value_or(0));
+    state.LocationCounter = *address;
     run.RestartOutputRecords(static_cast<std::uint16_t>(state.LocationCounter));
     if (!statement.Label.empty()) run.DefineSymbol(statement.Label, Value{state.LocationCounter});
 }
@@ -202,16 +209,10 @@ void CommentBlock(Assembly& run, Statement& statement) {
 // `.phase addr`: the code after it counts from addr while its bytes go on
 // where they stood; .dephase returns to the real place.
 void Phase(Assembly& run, Statement& statement) {
-    OperandReader(run, statement).CheckOperandCount(1);
-    if (statement.OperandList.empty()) return;
-    const std::string operand = FirstOperand(statement);
-    const Value address = run.EvaluateOperand(operand, 16);
-    if (IsEmpty(address)) {
-        run.TerminalStop(operand);
-        return;
-    }
+    const std::optional<std::int32_t> address = AddressKnownNow(run, statement);
+    if (!address) return;
     RunState& state = run.State();
-    const auto logical = static_cast<std::int32_t>(AsNumber(address).value_or(0));
+    const std::int32_t logical = *address;
     state.PhaseOffset += state.LocationCounter - logical;
     state.LocationCounter = logical;
 }
