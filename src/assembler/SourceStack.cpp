@@ -72,7 +72,12 @@ void SourceStack::StartPass(std::int16_t pass, const std::filesystem::path& sour
     pNextStatement = 0;
     pLineFromMainFile = false;
     const bool stripParity = pState.Options.StripParity;
-    if (pass == 1) pFilesRead.clear();
+    if (pass == 1) {
+        pFilesRead.clear();
+        pState.LinesReadInRun = 0;
+    }
+    pLineBudget = std::min<std::int64_t>(pState.Options.MaxLinesPerPass,
+                                         pState.Options.MaxLinesPerRun - pState.LinesReadInRun);
     const Dialect dialect = LineDialect();
     if (pass == 1 || !pMainFile || pMainFile->Name() != source.string()) {
         pMainFile = SourceFile::Open(source);
@@ -88,6 +93,7 @@ void SourceStack::StartPass(std::int16_t pass, const std::filesystem::path& sour
 }
 
 void SourceStack::EndPass() {
+    pState.LinesReadInRun += pState.LinesRead;
     pIncludeFiles.clear();
     pMaclib.reset();
     pState.MaclibOpen = false;

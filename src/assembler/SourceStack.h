@@ -103,8 +103,7 @@ class SourceStack {
     // Counts a line read against the budget of the pass and of the run.
     // Inline: every line of every pass comes here.
     void CountLine() {
-        if (++pState.LinesRead > pState.Options.MaxLinesPerPass ||
-            ++pState.LinesReadInRun > pState.Options.MaxLinesPerRun) [[unlikely]]
+        if (++pState.LinesRead > pLineBudget) [[unlikely]]
             FailLineBudget();
     }
     [[noreturn]] void FailLineBudget() const;
@@ -115,6 +114,9 @@ class SourceStack {
     void SetMainFilePosition();
 
     RunState& pState;
+    // The lines this pass may read: the budget of a pass, or what is left of
+    // the run's.
+    std::int64_t pLineBudget = 0;
     std::vector<std::string> pFilesRead;
     std::optional<SourceFile> pMainFile;
     MainFileLines pMainLines;

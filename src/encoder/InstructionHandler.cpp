@@ -93,11 +93,15 @@ std::int16_t InstructionHandler::FindRow(EncoderContext& run, const Statement& s
 // Z80 and Z180 instructions are always assembled, whatever processor the
 // source is meant for; the warning tells the user, unless the processor's
 // box is checked.
-void InstructionHandler::MarkProcessor(EncoderContext& run, Statement& statement,
-                                       const OpcodeRow& row) {
-    const RunOptions& options = run.State().Options;
+inline void InstructionHandler::MarkProcessor(EncoderContext& run, Statement& statement,
+                                              const OpcodeRow& row) {
     statement.Z80Row = row.Family == RowCpu::Z80;
     statement.Z180Row = row.Family == RowCpu::Z180;
+    if (statement.Z80Row || statement.Z180Row) WarnProcessor(run, statement);
+}
+
+void InstructionHandler::WarnProcessor(EncoderContext& run, const Statement& statement) {
+    const RunOptions& options = run.State().Options;
     if (statement.Z80Row && !options.Z80) run.ListWarning("Z80 Warning", statement.Instruction());
     if (statement.Z180Row && !options.Z180)
         run.ListWarning("Z180 Warning", statement.Instruction());

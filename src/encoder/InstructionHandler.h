@@ -25,6 +25,7 @@ class InstructionHandler {
     // or -1.
     static std::int16_t FindRow(EncoderContext& run, const Statement& statement);
     static void MarkProcessor(EncoderContext& run, Statement& statement, const OpcodeRow& row);
+    static void WarnProcessor(EncoderContext& run, const Statement& statement);
     // Encodes while watching, and keeps what was emitted when the encoding
     // will be the same in every pass.
     static void EncodeAndKeep(EncoderContext& run, Statement& statement,
