@@ -25,6 +25,10 @@ struct BatchOptions {
     bool Quiet = false;
     RunOptions Run;
 
+    bool AnyObjectRequested() const {
+        return !HexFile.empty() || !SrecFile.empty() || !LoaderFile.empty() ||
+               !BinaryFile.empty() || !SymbolsFile.empty() || !DepFile.empty();
+    }
     bool AnyOutputRequested() const {
         return !ListingFile.empty() || !HexFile.empty() || !SrecFile.empty() ||
                !LoaderFile.empty() || !BinaryFile.empty() || !SymbolsFile.empty();

@@ -129,36 +129,11 @@ void RemoveStale(const std::string& path, std::ostream& err) {
         err << "removed " << path << ", left by an earlier run\n";
 }
 
-} // namespace
-
-ExitStatus RunBatch(const BatchOptions& options, std::ostream& out, std::ostream& err) {
-    std::error_code error;
-    if (!std::filesystem::exists(options.Source, error)) {
-        err << options.Source << ": no such file\n";
-        return ExitStatus::RunFailed;
-    }
-    if (!std::filesystem::is_regular_file(options.Source, error)) {
-        err << options.Source << ": not a readable file\n";
-        return ExitStatus::RunFailed;
-    }
-
-    BatchFrontEnd frontEnd(err);
-    Assembly run(&frontEnd);
-    run.Options() = options.Run;
-    // Only the object texts that are saved are built.
-    run.Options().Objects = {.Srec = !options.SrecFile.empty(),
-                             .Hex = !options.HexFile.empty(),
-                             .Loader = !options.LoaderFile.empty()};
-    // Colours are saved only as rich text.
-    run.Options().ColourRuns = options.Rtf;
-    const Assembly::Outcome outcome = run.Assemble(options.Source);
-
-    PrintDiagnostics(run, err);
-    HintZilogNotation(run, options.Source, err);
-    bool failed = outcome == Assembly::Outcome::Failed || outcome == Assembly::Outcome::NoSource;
-    if (outcome == Assembly::Outcome::Failed && run.FailureMessage() != frontEnd.Shown())
-        err << "assembly failed: " << run.FailureMessage() << '\n';
-
+// Writes every output asked for; the object outputs only when
+// `writeObjects`, removing a file of their name otherwise. False when a file
+// could not be written.
+bool WriteOutputs(const BatchOptions& options, Assembly& run, bool writeObjects,
+                  std::ostream& err) {
     std::string made; // the contents of the file being written, when made for it
     const auto text = [&](const ColouredText& buffer) -> std::string_view {
         if (!options.Rtf) return buffer.Text();
@@ -189,23 +164,55 @@ ExitStatus RunBatch(const BatchOptions& options, std::ostream& out, std::ostream
         {options.SymbolsFile, [&] { return keep(SymbolFile(run)); }},
         {options.DepFile, [&] { return keep(DependencyRule(outputs, run.FilesRead())); }},
     };
-    const bool trusted = outcome == Assembly::Outcome::Completed && !ErrorsListed(run);
-    const bool writeObjects = trusted || options.KeepOutputs;
-    bool withheld = false;
+    bool written = true;
     for (const OutputFile& file : files) {
         if (file.Path.empty()) continue;
         if (file.Object && !writeObjects) {
-            withheld = true;
             RemoveStale(file.Path, err);
             continue;
         }
         const std::string problem = WriteFileAtomically(file.Path, file.Contents());
         if (!problem.empty()) {
             err << "cannot write " << problem << '\n';
-            failed = true;
+            written = false;
         }
     }
-    if (withheld)
+    return written;
+}
+
+} // namespace
+
+ExitStatus RunBatch(const BatchOptions& options, std::ostream& out, std::ostream& err) {
+    std::error_code error;
+    if (!std::filesystem::exists(options.Source, error)) {
+        err << options.Source << ": no such file\n";
+        return ExitStatus::RunFailed;
+    }
+    if (!std::filesystem::is_regular_file(options.Source, error)) {
+        err << options.Source << ": not a readable file\n";
+        return ExitStatus::RunFailed;
+    }
+
+    BatchFrontEnd frontEnd(err);
+    Assembly run(&frontEnd);
+    run.Options() = options.Run;
+    // Only the object texts that are saved are built.
+    run.Options().Objects = {.Srec = !options.SrecFile.empty(),
+                             .Hex = !options.HexFile.empty(),
+                             .Loader = !options.LoaderFile.empty()};
+    // Colours are saved only as rich text.
+    run.Options().ColourRuns = options.Rtf;
+    const Assembly::Outcome outcome = run.Assemble(options.Source);
+
+    PrintDiagnostics(run, err);
+    HintZilogNotation(run, options.Source, err);
+    bool failed = outcome == Assembly::Outcome::Failed || outcome == Assembly::Outcome::NoSource;
+    if (outcome == Assembly::Outcome::Failed && run.FailureMessage() != frontEnd.Shown())
+        err << "assembly failed: " << run.FailureMessage() << '\n';
+
+    const bool trusted = outcome == Assembly::Outcome::Completed && !ErrorsListed(run);
+    if (!WriteOutputs(options, run, trusted || options.KeepOutputs, err)) failed = true;
+    if (!trusted && !options.KeepOutputs && options.AnyObjectRequested())
         err << "no object output written: the assembly "
             << (outcome == Assembly::Outcome::Completed ? "reported errors" : "did not complete")
             << " (--keep-outputs writes it anyway)\n";
