@@ -132,6 +132,14 @@ class Assembly final : public EncoderContext, public MacroContext {
     bool UnresolvedName() const { return pUnresolvedName; }
     // Ends the pass and the assembly: the value needed now is not resolved.
     void TerminalStop(std::string_view detail) override;
+    // The processor directives: the options are the window's check boxes,
+    // "warnings off for this processor's instructions", and the selection
+    // outlives the run, as ticking a box would.
+    void SelectProcessor(bool z80Quiet, bool z180Quiet) {
+        pState.Options.Z80 = z80Quiet;
+        pState.Options.Z180 = z180Quiet;
+        pFrontEnd.ShowProcessorChecks(z80Quiet, z180Quiet);
+    }
     // The names that had no value in the statement that stopped the run.
     const std::vector<std::string>& TerminalUnresolved() const { return pTerminalNames; }
     // Every file the assembly read, each once: the source first.

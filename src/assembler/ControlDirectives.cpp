@@ -82,27 +82,18 @@ void Radians(Assembly& run, Statement& statement) {
     run.Evaluator().SetDRG(AngleUnit::Radians);
 }
 
-// The processor options are the window's check boxes, "warnings off for
-// this processor's instructions"; the selection outlives the run.
-void SelectProcessor(Assembly& run, bool z80Quiet, bool z180Quiet) {
-    RunOptions& options = run.Options();
-    options.Z80 = z80Quiet;
-    options.Z180 = z180Quiet;
-    run.Front().ShowProcessorChecks(z80Quiet, z180Quiet);
-}
-
 void SelectZ180(Assembly& run, Statement&) {
-    SelectProcessor(run, run.Options().Z80, true);
+    run.SelectProcessor(run.State().Options.Z80, true);
 }
 
 void SelectZ80(Assembly& run, Statement&) {
-    SelectProcessor(run, true, false);
+    run.SelectProcessor(true, false);
 }
 
 // Both boxes cleared: every Z80 and Z180 instruction is warned about, so
 // what assembles silently is the 8080 instruction set alone.
 void Select8080(Assembly& run, Statement&) {
-    SelectProcessor(run, false, false);
+    run.SelectProcessor(false, false);
 }
 
 // Only the diagnostic line appears, in the final pass.
