@@ -126,10 +126,9 @@ class Assembly final : public EncoderContext, public MacroContext {
     const std::string* OpenMaclib(std::string_view name);
     // The file that OpenMaclib would open, without opening it.
     std::optional<std::string> FindMaclib(std::string_view name) const;
-    // Whether an evaluation since ClearUnresolvedName met a name without a
-    // value (rather than only malformed text).
-    void ClearUnresolvedName() { pUnresolvedName = false; }
-    bool UnresolvedName() const { return pUnresolvedName; }
+    // Whether the statement under way met a name without a value (rather
+    // than only malformed text).
+    bool UnresolvedName() const { return !pUnresolvedNames.empty(); }
     // Ends the pass and the assembly: the value needed now is not resolved.
     void TerminalStop(std::string_view detail) override;
     // The processor directives: the options are the window's check boxes,
@@ -256,7 +255,6 @@ class Assembly final : public EncoderContext, public MacroContext {
     Statement pStatement;
     // Set by every value that may change between passes and every diagnostic.
     bool pMetChangeable = false;
-    bool pUnresolvedName = false;
     // A statement cut again (Compatible mode's column-1 operation words,
     // Zilog notation's short port forms): its operand list and texts.
     std::vector<std::string_view> pColumnOneOperands;

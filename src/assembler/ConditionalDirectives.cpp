@@ -136,7 +136,6 @@ void Endif(Assembly& run, const Statement& statement) {
 void TestNumber(Assembly& run, Statement& statement, Dialect dialect) {
     // The expression is evaluated before the word is known to be a form.
     const std::string_view operand = OperandAt(statement, 0);
-    run.ClearUnresolvedName();
     const Value value = run.Evaluate(operand);
     if (IsEmpty(value)) {
         // Which lines follow must be known in this pass. A malformed

@@ -94,12 +94,9 @@ std::string Assembly::ConvertQuotedString(std::string_view text) {
 void Assembly::ReportEvaluatorFaults() {
     // Diagnostics are written only with a listed line: the faults of the
     // other lines are taken off the list without composing their texts.
-    constexpr auto unresolved = static_cast<std::int32_t>(EvalError::NonExistentVariable);
     if (!pListing.ListsLines()) {
         while (pEvaluator->ErrorCount() > 0) {
-            const std::int32_t code = pEvaluator->GetNextError();
-            NoteUnresolved(code);
-            if (code == unresolved) pUnresolvedName = true;
+            NoteUnresolved(pEvaluator->GetNextError());
             pMetChangeable = true;
         }
         return;
@@ -107,7 +104,6 @@ void Assembly::ReportEvaluatorFaults() {
     while (pEvaluator->ErrorCount() > 0) {
         const std::int32_t code = pEvaluator->GetNextError();
         NoteUnresolved(code);
-        if (code == unresolved) pUnresolvedName = true;
         const std::string message = ExpressionEvaluator::ErrorString(code);
         const std::string extra = pEvaluator->ExtraErrorString();
         if (code < 0)
@@ -117,8 +113,9 @@ void Assembly::ReportEvaluatorFaults() {
     }
 }
 
-// The names without a value that the statement under way met, for the note
-// that explains a terminal stop.
+// The names without a value that the statement under way met: whether a
+// condition waits for a later pass, and the note that explains a terminal
+// stop.
 void Assembly::NoteUnresolved(std::int32_t code) {
     if (code != static_cast<std::int32_t>(EvalError::NonExistentVariable)) return;
     std::string name = pEvaluator->ExtraErrorString();
